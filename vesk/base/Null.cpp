@@ -1,0 +1,5 @@
+#include "vesk/base/Null.h"
+
+namespace vesk {
+const base::CNull null;
+}
