@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+#include <dlfcn.h>
+
+#include <cstring>
+#include <string>
+
+#include "vesk/base/ClassManager.h"
+#include "vesk/base/ClassNotFoundException.h"
+#include "vesk/base/Exception.h"
+#include "vesk/base/InstantiationException.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/TimeoutException.h"
+
+using namespace vesk::base;
+
+namespace {
+
+// Looked up during this program's static initialisation: the library's
+// descriptors must already be registered before any client code runs.
+const CClass* g_foundAtStartup = CClass::FindClass("vesk::base::CException");
+
+class CUserThing : public CObject {
+  VESK_DECLARE_CLASS(CUserThing);
+  static CObject* Make() { return new CUserThing; }
+  static CObject* MakeNothing() { return nullptr; }
+};
+CClass CUserThing::m_classCUserThing("test::CUserThing", "vesk::base::CObject", nullptr, nullptr,
+                                     sizeof(CUserThing), &CUserThing::Make);
+const CClass* CUserThing::GetClass() const { return &m_classCUserThing; }
+
+}  // namespace
+
+TEST(ClassTest, LibraryDescriptorsAreRegisteredBeforeClientCode) {
+  EXPECT_EQ(&CException::m_classCException, g_foundAtStartup);
+}
+
+TEST(ClassTest, NamesAndBases) {
+  EXPECT_STREQ("CObject", CObject::m_classCObject.GetName());
+  EXPECT_STREQ("vesk::base::CException", CException::m_classCException.GetQualifiedName());
+  EXPECT_STREQ("vesk::base::CObject", CException::m_classCException.GetQualifiedBaseClassName1());
+  EXPECT_EQ(nullptr, CException::m_classCException.GetQualifiedBaseClassName2());
+  EXPECT_EQ(&CObject::m_classCObject, CException::m_classCException.GetBaseClass1());
+  EXPECT_EQ(nullptr, CObject::m_classCObject.GetBaseClass1());
+  EXPECT_EQ(sizeof(CException), CException::m_classCException.GetSize());
+
+  CClass noColon("NoColons", nullptr, nullptr, nullptr, 1, nullptr);
+  EXPECT_STREQ("NoColons", noColon.GetName());
+}
+
+TEST(ClassTest, UnresolvedBaseIsRetriedOnLaterCalls) {
+  CClass child("test::CLateChild", "test::CLateParent", nullptr, nullptr, 1, nullptr);
+  EXPECT_EQ(nullptr, child.GetBaseClass1());
+  CClass parent("test::CLateParent", nullptr, nullptr, nullptr, 1, nullptr);
+  EXPECT_EQ(&parent, child.GetBaseClass1());
+  EXPECT_TRUE(child.IsInstanceOf(&parent));
+}
+
+TEST(ClassTest, FindClassByQualifiedNameOnly) {
+  EXPECT_EQ(nullptr, CClass::FindClass(nullptr));
+  EXPECT_EQ(nullptr, CClass::FindClass(""));
+  EXPECT_EQ(nullptr, CClass::FindClass("CException"));
+  EXPECT_EQ(&CException::m_classCException, CClass::FindClass("vesk::base::CException"));
+  // A look-up by text, not by pointer: a copy of the name finds it too.
+  std::string copy = "vesk::base::CTimeoutException";
+  EXPECT_EQ(&CTimeoutException::m_classCTimeoutException, CClass::FindClass(copy.c_str()));
+}
+
+TEST(ClassTest, RegistryGaveUpItsIndexAtTheFirstRegistration) {
+  CClassManager* manager = static_cast<CClassManager*>(CClassManager::GetInstance());
+  ASSERT_NE(nullptr, manager);
+  EXPECT_EQ(0u, manager->GetIndexMode());
+  unsigned int before = manager->GetCount();
+  {
+    CClass temporary("test::CTemporary", nullptr, nullptr, nullptr, 1, nullptr);
+    EXPECT_EQ(before + 1, manager->GetCount());
+    EXPECT_EQ(&temporary, CClass::FindClass("test::CTemporary"));
+  }
+  EXPECT_EQ(before, manager->GetCount());
+  EXPECT_EQ(nullptr, CClass::FindClass("test::CTemporary"));
+}
+
+TEST(ClassTest, MostRecentlyRegisteredWinsForDuplicateNames) {
+  CClass first("test::CDuplicate", nullptr, nullptr, nullptr, 1, nullptr);
+  {
+    CClass second("test::CDuplicate", nullptr, nullptr, nullptr, 2, nullptr);
+    EXPECT_EQ(&second, CClass::FindClass("test::CDuplicate"));
+  }
+  EXPECT_EQ(&first, CClass::FindClass("test::CDuplicate"));
+}
+
+TEST(ClassTest, LibraryClassesCannotBeInstantiated) {
+  try {
+    CException::m_classCException.CreateNewInstance();
+    FAIL() << "no exception";
+  } catch (const CInstantiationException& e) {
+    EXPECT_STREQ("vesk/base/Class", e.GetSourceFile());
+    EXPECT_STREQ("Attempt to instantiate an interface or an abstract class.", e.GetErrorDescription());
+    EXPECT_EQ(nullptr, e.GetMessage());
+    EXPECT_STREQ("vesk::base::CException", static_cast<const char*>(e.GetClassName()));
+  }
+}
+
+TEST(ClassTest, FactoriesOfUserClassesAreUsed) {
+  IClassManager* manager = CClassManager::GetInstance();
+  CObject* made = manager->CreateInstance("test::CUserThing");
+  ASSERT_NE(nullptr, made);
+  EXPECT_EQ(&CUserThing::m_classCUserThing, made->GetClass());
+  delete made;
+  EXPECT_EQ(nullptr, manager->CreateInstance(static_cast<const CClass*>(nullptr)));
+
+  CClass nothing("test::CNothing", nullptr, nullptr, nullptr, 1, &CUserThing::MakeNothing);
+  EXPECT_THROW(nothing.CreateNewInstance(), CMemoryException);
+}
+
+TEST(ClassTest, UnknownClassNameThrowsClassNotFound) {
+  try {
+    CClassManager::GetInstance()->CreateInstance("test::CMissing");
+    FAIL() << "no exception";
+  } catch (const CClassNotFoundException& e) {
+    EXPECT_STREQ("vesk/base/ClassManager", e.GetSourceFile());
+    EXPECT_STREQ("The specified class is not found.", e.GetErrorDescription());
+    EXPECT_STREQ("test::CMissing", static_cast<const char*>(e.GetClassName()));
+  }
+}
+
+// A module's descriptors join the registry when it is loaded and leave it
+// when it is unloaded.
+TEST(ClassTest, ModuleLoadRegistersAndUnloadRemovesDescriptors) {
+  EXPECT_EQ(nullptr, CClass::FindClass("plugin::CPluginThing"));
+  void* module = dlopen(VESK_TEST_PLUGIN_PATH, RTLD_NOW | RTLD_LOCAL);
+  ASSERT_NE(nullptr, module) << dlerror();
+  const CClass* cls = CClass::FindClass("plugin::CPluginThing");
+  ASSERT_NE(nullptr, cls);
+  EXPECT_TRUE(cls->IsInstanceOf(&CException::m_classCException));
+  CObject* made = cls->CreateNewInstance();
+  ASSERT_NE(nullptr, made);
+  EXPECT_EQ(cls, made->GetClass());
+  delete made;
+  ASSERT_EQ(0, dlclose(module));
+  EXPECT_EQ(nullptr, CClass::FindClass("plugin::CPluginThing"));
+}

@@ -1,0 +1,192 @@
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+
+#include "vesk/base/ArrayIndexOutOfBoundsException.h"
+#include "vesk/base/ClassCastException.h"
+#include "vesk/base/ClassNotFoundException.h"
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/IllegalComparisonException.h"
+#include "vesk/base/IllegalStateException.h"
+#include "vesk/base/InstantiationException.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/NullReferenceException.h"
+#include "vesk/base/NumberFormatException.h"
+#include "vesk/base/SynchronizationException.h"
+#include "vesk/base/TimeoutException.h"
+#include "vesk/base/win/WinSystemErrorException.h"
+#include "vesk/io/AccessDeniedException.h"
+#include "vesk/io/CharConversionException.h"
+#include "vesk/io/IOException.h"
+#include "vesk/io/InterruptedIOException.h"
+#include "vesk/io/UnknownCharacterException.h"
+#include "vesk/io/UnsupportedEncodingException.h"
+#include "vesk/io/XMLException.h"
+#include "vesk/net/SocketException.h"
+#include "vesk/net/UnknownHostException.h"
+#include "vesk/platform/Memory.h"
+#include "vesk/util/EmptyQueueException.h"
+#include "vesk/util/EmptyStackException.h"
+#include "vesk/util/NoSuchElementException.h"
+#include "vesk/util/regex/RegExParseException.h"
+
+using namespace vesk::base;
+
+namespace {
+
+struct Descriptor {
+  const CClass* cls;
+  const char* name;
+  const char* base;
+};
+
+#define VESK_ROW(Q, N, B) {&Q::m_class##N, #Q, B}
+const Descriptor kTree[] = {
+    VESK_ROW(vesk::base::CException, CException, "vesk::base::CObject"),
+    VESK_ROW(vesk::base::CArrayIndexOutOfBoundsException, CArrayIndexOutOfBoundsException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CClassCastException, CClassCastException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CClassNotFoundException, CClassNotFoundException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CIllegalArgumentException, CIllegalArgumentException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CIllegalComparisonException, CIllegalComparisonException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CIllegalStateException, CIllegalStateException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CInstantiationException, CInstantiationException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CMemoryException, CMemoryException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CNullReferenceException, CNullReferenceException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CNumberFormatException, CNumberFormatException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CSynchronizationException, CSynchronizationException, "vesk::base::CException"),
+    VESK_ROW(vesk::base::CTimeoutException, CTimeoutException, "vesk::base::CSynchronizationException"),
+    VESK_ROW(vesk::base::win::CWinSystemErrorException, CWinSystemErrorException, "vesk::base::CException"),
+    VESK_ROW(vesk::io::CIOException, CIOException, "vesk::base::CException"),
+    VESK_ROW(vesk::io::CAccessDeniedException, CAccessDeniedException, "vesk::io::CIOException"),
+    VESK_ROW(vesk::io::CCharConversionException, CCharConversionException, "vesk::io::CIOException"),
+    VESK_ROW(vesk::io::CInterruptedIOException, CInterruptedIOException, "vesk::io::CIOException"),
+    VESK_ROW(vesk::io::CUnknownCharacterException, CUnknownCharacterException, "vesk::io::CCharConversionException"),
+    VESK_ROW(vesk::io::CUnsupportedEncodingException, CUnsupportedEncodingException, "vesk::io::CIOException"),
+    VESK_ROW(vesk::io::CXMLException, CXMLException, "vesk::io::CIOException"),
+    VESK_ROW(vesk::net::CSocketException, CSocketException, "vesk::io::CIOException"),
+    VESK_ROW(vesk::net::CUnknownHostException, CUnknownHostException, "vesk::io::CIOException"),
+    VESK_ROW(vesk::util::CEmptyQueueException, CEmptyQueueException, "vesk::base::CException"),
+    VESK_ROW(vesk::util::CEmptyStackException, CEmptyStackException, "vesk::base::CException"),
+    VESK_ROW(vesk::util::CNoSuchElementException, CNoSuchElementException, "vesk::base::CMemoryException"),
+    VESK_ROW(vesk::util::regex::CRegExParseException, CRegExParseException, "vesk::base::CException"),
+};
+#undef VESK_ROW
+
+}  // namespace
+
+TEST(ExceptionTest, EveryClassOfTheTreeIsRegisteredWithItsBase) {
+  for (const Descriptor& d : kTree) {
+    SCOPED_TRACE(d.name);
+    EXPECT_STREQ(d.name, d.cls->GetQualifiedName());
+    EXPECT_STREQ(d.base, d.cls->GetQualifiedBaseClassName1());
+    EXPECT_EQ(d.cls, CClass::FindClass(d.name));
+    ASSERT_NE(nullptr, d.cls->GetBaseClass1());
+    EXPECT_TRUE(d.cls->IsInstanceOf(&CException::m_classCException));
+    EXPECT_TRUE(d.cls->IsInstanceOf(&CObject::m_classCObject));
+  }
+}
+
+TEST(ExceptionTest, StoresThrowSiteAndOwnsItsMessage) {
+  std::string text = "a message";
+  CException e("vesk/base/Thing", 12, "A description.", text.c_str());
+  text = "changed";
+  EXPECT_STREQ("vesk/base/Thing", e.GetSourceFile());
+  EXPECT_EQ(12u, e.GetSourceLine());
+  EXPECT_STREQ("A description.", e.GetErrorDescription());
+  EXPECT_STREQ("a message", e.GetMessage());
+  EXPECT_EQ(&CException::m_classCException, e.GetClass());
+}
+
+TEST(ExceptionTest, SetMessageRules) {
+  CException e("f", 1, nullptr, "first");
+  EXPECT_TRUE(e.SetMessage(""));
+  EXPECT_EQ(nullptr, e.GetMessage());
+  EXPECT_TRUE(e.SetMessage("second"));
+  EXPECT_STREQ("second", e.GetMessage());
+  EXPECT_TRUE(e.SetMessage(nullptr));
+  EXPECT_EQ(nullptr, e.GetMessage());
+
+  // A copy that cannot be allocated drops the message and never throws.
+  e.SetMessage("third");
+  long live = vesk::platform::LiveAllocations();
+  vesk::platform::FailAllocationAt(1);
+  EXPECT_FALSE(e.SetMessage("fourth"));
+  vesk::platform::FailAllocationAt(0);
+  EXPECT_EQ(nullptr, e.GetMessage());
+  EXPECT_EQ(live - 1, vesk::platform::LiveAllocations());  // "third" was freed
+}
+
+TEST(ExceptionTest, CopiesShareSiteAndDescriptionButNotTheMessage) {
+  const char* file = "vesk/io/Here";
+  const char* description = "Described.";
+  CException* first = new CException(file, 3, description, "kept");
+  CException copy(*first);
+  CIOException assigned("x", 9);
+  assigned = *static_cast<CIOException*>(static_cast<CException*>(first)) ;
+  delete first;
+  EXPECT_EQ(file, copy.GetSourceFile());
+  EXPECT_EQ(description, copy.GetErrorDescription());
+  EXPECT_STREQ("kept", copy.GetMessage());
+  EXPECT_STREQ("kept", assigned.GetMessage());
+  EXPECT_EQ(3u, assigned.GetSourceLine());
+  copy = copy;
+  EXPECT_STREQ("kept", copy.GetMessage());
+}
+
+TEST(ExceptionTest, ClassesThatTakeFewerArgumentsPassNulls) {
+  CIllegalArgumentException a("f", 1, "Invalid key.");
+  EXPECT_STREQ("Invalid key.", a.GetErrorDescription());
+  EXPECT_EQ(nullptr, a.GetMessage());
+  CMemoryException m("f", 2);
+  EXPECT_EQ(nullptr, m.GetErrorDescription());
+  EXPECT_EQ(nullptr, m.GetMessage());
+  vesk::io::CUnknownCharacterException u("f", 3, 0xD800);
+  EXPECT_EQ(0xD800, u.GetCharacter());
+  EXPECT_EQ(nullptr, u.GetErrorDescription());
+  vesk::net::CUnknownHostException h("f", 4, "no.such.host");
+  EXPECT_STREQ("Unknown host name.", h.GetErrorDescription());
+  EXPECT_STREQ("no.such.host", h.GetHostName());
+  EXPECT_EQ(nullptr, h.GetMessage());
+  vesk::io::CUnsupportedEncodingException enc("f", 5, "EBCDIC");
+  EXPECT_STREQ("EBCDIC", static_cast<const char*>(enc.GetEncoding()));
+  EXPECT_EQ(nullptr, enc.GetErrorDescription());
+  vesk::io::CUnsupportedEncodingException none("f", 6, nullptr);
+  EXPECT_TRUE(none.GetEncoding().IsEmpty());
+}
+
+TEST(ExceptionTest, NameThatCannotBeCopiedIsDroppedNotThrown) {
+  long live = vesk::platform::LiveAllocations();
+  vesk::platform::FailAllocationAt(1, true);
+  bool built = false;
+  try {
+    CClassNotFoundException e("f", 1, "d", nullptr, "some::CClass");
+    built = true;
+    EXPECT_TRUE(e.GetClassName().IsEmpty());
+  } catch (...) {
+  }
+  vesk::platform::FailAllocationAt(0);
+  EXPECT_TRUE(built);
+  EXPECT_EQ(live, vesk::platform::LiveAllocations());
+}
+
+TEST(ExceptionTest, NoSuchElementIsCaughtAsMemoryException) {
+  try {
+    throw vesk::util::CNoSuchElementException("f", 1);
+  } catch (const CMemoryException& e) {
+    EXPECT_EQ(&vesk::util::CNoSuchElementException::m_classCNoSuchElementException, e.GetClass());
+  }
+}
+
+TEST(ExceptionTest, SystemErrorCarriesTheHostText) {
+  vesk::base::win::CWinSystemErrorException zero("f", 1, "Failed.", 0);
+  EXPECT_EQ(0ul, zero.GetErrorCode());
+  EXPECT_EQ(nullptr, zero.GetMessage());
+
+  vesk::base::win::CWinSystemErrorException e("f", 1, "Failed.", ENOENT);
+  EXPECT_EQ(static_cast<unsigned long>(ENOENT), e.GetErrorCode());
+  ASSERT_NE(nullptr, e.GetMessage());
+  std::string expected = std::string(std::strerror(ENOENT)) + "\n";
+  EXPECT_EQ(expected, e.GetMessage());
+}
