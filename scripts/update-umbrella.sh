@@ -3,8 +3,18 @@
 # every .h below vesk/ outside the internal folders (platform/, posix/,
 # internal/), which are not installed. Rerun it after adding a public header;
 # the test delivery.umbrella_lists_installed_headers fails until then.
+# With --tracked, only headers git knows of are listed (for a commit made
+# while other new headers are still being written).
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+list_headers() {
+  if [[ "${1:-}" == "--tracked" ]]; then
+    git ls-files -- 'vesk/*.h'
+  else
+    find vesk -name '*.h'
+  fi
+}
 
 out=vesk/vesk.h
 tmp="$(mktemp)"
@@ -18,9 +28,7 @@ trap 'rm -f "${tmp}"' EXIT
 #define VESK_VESK_H
 
 HEAD
-  find vesk -name '*.h' \
-      -not -path '*/platform/*' -not -path '*/posix/*' -not -path '*/internal/*' \
-      -not -path 'vesk/vesk.h' |
+  list_headers "$@" | grep -Ev '(^|/)(platform|posix|internal)/|^vesk/vesk\.h$' |
     LC_ALL=C sort | sed 's/.*/#include "&"/'
   cat <<'TAIL'
 
