@@ -31,13 +31,13 @@ int main() {
 
   bool caught = false;
   try {
-    throw *failure;  // exceptions are thrown by value ...
+    throw *failure;                // exceptions are thrown by value ...
   } catch (const CException& e) {  // ... and caught by reference
     caught = true;
     std::printf("caught %s\n", e.GetClass()->GetQualifiedName());
     std::printf("  description: %s\n", e.GetErrorDescription());
     std::printf("  message:     %s\n", e.GetMessage() ? e.GetMessage() : "(none)");
-    std::printf("  thrown at:   %s:%u\n", e.GetSourceFile(), e.GetSourceLine());
+    std::printf("  location:    %s:%u\n", e.GetSourceFile(), e.GetSourceLine());
   }
 
   vesk::Terminate();
