@@ -2,21 +2,31 @@
 
 #include <cstring>
 
+
 namespace vesk {
 namespace util {
 
-int GetStringHashCode(const char* text) {
-  if (!text) return 0;
-  const unsigned char* bytes = reinterpret_cast<const unsigned char*>(text);
-  unsigned int length = static_cast<unsigned int>(std::strlen(text));
+namespace {
+
+// The one hash rule, over 8-bit or 16-bit units.
+template <class Unit>
+int HashUnits(const Unit* units, unsigned int length) {
   unsigned int h = 0;
   if (length < 16) {
-    for (unsigned int i = 0; i < length; ++i) h = h * 37u + bytes[i];
+    for (unsigned int i = 0; i < length; ++i) h = h * 37u + units[i];
   } else {
     unsigned int step = length / 8;
-    for (unsigned int i = 0; i < length; i += step) h = h * 39u + bytes[i];
+    for (unsigned int i = 0; i < length; i += step) h = h * 39u + units[i];
   }
   return static_cast<int>(h);
+}
+
+}  // namespace
+
+int GetStringHashCode(const char* text) {
+  if (!text) return 0;
+  return HashUnits(reinterpret_cast<const unsigned char*>(text),
+                   static_cast<unsigned int>(std::strlen(text)));
 }
 
 }  // namespace util

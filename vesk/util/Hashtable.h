@@ -1,0 +1,342 @@
+/// \file
+/// CHashtable<K, V>: a chained hashtable with exact bucket counts, the
+/// generic form of CStringHashtable (same growth rules).
+#ifndef VESK_UTIL_HASHTABLE_H
+#define VESK_UTIL_HASHTABLE_H
+
+#include <new>
+
+#include "vesk/base/Base.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/util/CollectionMemory.h"
+#include "vesk/util/Enumeration.h"
+#include "vesk/util/NoSuchElementException.h"
+#include "vesk/util/StringHashCode.h"
+
+namespace vesk {
+namespace util {
+
+/// How CHashtable hashes and compares keys. A lookup key of type Q may
+/// differ from the stored key type K (a const char* probing CString keys):
+/// then GetHashCodeOf(Q) must equal GetHashCodeOf(K) for equal keys and
+/// K == Q must be defined.
+template <class K>
+struct CHashTraits {
+  /// The source name of the exceptions the table throws.
+  static const char* Source() { return "vesk/util/Hashtable"; }
+  template <class Q>
+  static unsigned int Hash(const Q& key) {
+    return static_cast<unsigned int>(GetHashCodeOf(key));
+  }
+  template <class Q>
+  static bool Equals(const K& stored, const Q& key) {
+    return stored == key;
+  }
+};
+
+/// Maps keys to values by chained hashing. The bucket array has exactly the
+/// requested number of buckets (0 becomes 11); a load factor of 0 or less
+/// becomes 0.75; threshold = integer part of buckets * load factor. A put
+/// that finds the table at its threshold rehashes to 2 * buckets + 1 first,
+/// which reverses the order within each chain. New entries go to the head
+/// of their chain.
+template <class K, class V, class Traits = CHashTraits<K> >
+class CHashtable : public vesk::base::CBase {
+ public:
+  /// One node: the stored hash of its key, the key, the value and the next
+  /// node of the same bucket.
+  struct CEntry {
+    CEntry(unsigned int hash, const K& key, const V& value, CEntry* next)
+        : m_hash(hash), m_key(key), m_value(value), m_next(next) {}
+    template <class Q>
+    CEntry(unsigned int hash, const Q& key, const V& value, CEntry* next)
+        : m_hash(hash), m_key(key), m_value(value), m_next(next) {}
+    unsigned int m_hash;
+    K m_key;
+    V m_value;
+    CEntry* m_next;
+  };
+
+  /// Walks the buckets from first to last and each chain from its head,
+  /// returning each key in turn. The table must outlive the enumeration and
+  /// stay unchanged while it is walked.
+  class CKeyEnumeration : public IEnumeration<K> {
+   public:
+    explicit CKeyEnumeration(const CHashtable& table) : m_table(&table), m_bucket(0), m_next(0) {
+      Advance(nullptr);
+    }
+    bool HasMoreElements() const override { return m_next != nullptr; }
+    K& GetNextElement() override {
+      if (!m_next) throw CNoSuchElementException(Traits::Source(), __LINE__);
+      CEntry* entry = m_next;
+      Advance(entry);
+      return entry->m_key;
+    }
+
+   private:
+    void Advance(CEntry* from) {
+      if (from && from->m_next) {
+        m_next = from->m_next;
+        return;
+      }
+      if (from) ++m_bucket;
+      m_next = nullptr;
+      while (m_bucket < m_table->m_bucketCount) {
+        if ((m_next = m_table->m_buckets[m_bucket]) != nullptr) return;
+        ++m_bucket;
+      }
+    }
+    const CHashtable* m_table;
+    unsigned int m_bucket;
+    CEntry* m_next;
+  };
+
+  explicit CHashtable(unsigned int capacity = 101, float loadFactor = 0.75f)
+      : m_buckets(nullptr), m_bucketCount(0), m_count(0), m_threshold(0), m_loadFactor(0) {
+    if (loadFactor <= 0) loadFactor = 0.75f;
+    if (capacity == 0) capacity = 11;
+    m_loadFactor = loadFactor;
+    m_buckets = AllocBuckets(capacity);
+    m_bucketCount = capacity;
+    m_threshold = ThresholdFor(capacity);
+  }
+
+  /// Same bucket count, every node copied chain by chain with its stored
+  /// hash. A failed copy frees what it made and passes the exception on.
+  CHashtable(const CHashtable& other)
+      : vesk::base::CBase(other),
+        m_buckets(nullptr),
+        m_bucketCount(0),
+        m_count(0),
+        m_threshold(other.m_threshold),
+        m_loadFactor(other.m_loadFactor) {
+    CopyFrom(other);
+  }
+
+  CHashtable& operator=(const CHashtable& other) {
+    if (this != &other) {
+      CHashtable copy(other);
+      Swap(copy);
+    }
+    return *this;
+  }
+
+  ~CHashtable() {
+    Clear();
+    FreeBlock(m_buckets);
+  }
+
+  unsigned int GetSize() const { return m_count; }
+  bool IsEmpty() const { return m_count == 0; }
+  unsigned int GetBucketCount() const { return m_bucketCount; }
+  int GetThreshold() const { return m_threshold; }
+  float GetLoadFactor() const { return m_loadFactor; }
+
+  /// Stores value under key. Returns true when the key was present: its
+  /// value is replaced and the old one copied to *previous when given.
+  template <class Q>
+  bool Put(const Q& key, const V& value, V* previous = nullptr) {
+    unsigned int hash = Traits::Hash(key);
+    for (;;) {
+      unsigned int index = (hash & 0x7FFFFFFFu) % m_bucketCount;
+      for (CEntry* e = m_buckets[index]; e; e = e->m_next) {
+        if (e->m_hash == hash && Traits::Equals(e->m_key, key)) {
+          if (previous) *previous = e->m_value;
+          e->m_value = value;
+          return true;
+        }
+      }
+      if (static_cast<long long>(m_count) < m_threshold) {
+        m_buckets[index] = NewEntry(hash, key, value, m_buckets[index]);
+        ++m_count;
+        return false;
+      }
+      Rehash();
+    }
+  }
+
+  /// The value stored under key, or null.
+  template <class Q>
+  V* Find(const Q& key) {
+    CEntry* e = FindEntry(key);
+    return e ? &e->m_value : nullptr;
+  }
+  template <class Q>
+  const V* Find(const Q& key) const {
+    CEntry* e = FindEntry(key);
+    return e ? &e->m_value : nullptr;
+  }
+  /// Copies the value stored under key into value; false when absent.
+  template <class Q>
+  bool Get(const Q& key, V& value) const {
+    CEntry* e = FindEntry(key);
+    if (!e) return false;
+    value = e->m_value;
+    return true;
+  }
+  template <class Q>
+  bool ContainsKey(const Q& key) const {
+    return FindEntry(key) != nullptr;
+  }
+
+  /// Removes key; returns false when it was absent. The removed value is
+  /// copied to *removed when given.
+  template <class Q>
+  bool Remove(const Q& key, V* removed = nullptr) {
+    unsigned int hash = Traits::Hash(key);
+    CEntry** link = &m_buckets[(hash & 0x7FFFFFFFu) % m_bucketCount];
+    for (CEntry* e = *link; e; link = &e->m_next, e = e->m_next) {
+      if (e->m_hash == hash && Traits::Equals(e->m_key, key)) {
+        if (removed) *removed = e->m_value;
+        *link = e->m_next;
+        --m_count;
+        DeleteEntry(e);
+        return true;
+      }
+    }
+    return false;
+  }
+
+  /// Removes every entry; the bucket array keeps its size.
+  void Empty() { Clear(); }
+
+  /// The keys, in the table's own order (see CKeyEnumeration).
+  CEnumeration<K> GetKeys() const {
+    return CEnumeration<K>(new (Traits::Source(), __LINE__) CKeyEnumeration(*this));
+  }
+
+  /// Calls visit(key, value) for every entry in the table's order.
+  template <class F>
+  void ForEach(F visit) const {
+    for (unsigned int i = 0; i < m_bucketCount; ++i) {
+      for (CEntry* e = m_buckets[i]; e; e = e->m_next) visit(e->m_key, e->m_value);
+    }
+  }
+
+ protected:
+  template <class Q>
+  CEntry* FindEntry(const Q& key) const {
+    unsigned int hash = Traits::Hash(key);
+    for (CEntry* e = m_buckets[(hash & 0x7FFFFFFFu) % m_bucketCount]; e; e = e->m_next) {
+      if (e->m_hash == hash && Traits::Equals(e->m_key, key)) return e;
+    }
+    return nullptr;
+  }
+
+  void Swap(CHashtable& other) {
+    CEntry** buckets = m_buckets;
+    m_buckets = other.m_buckets;
+    other.m_buckets = buckets;
+    unsigned int n = m_bucketCount;
+    m_bucketCount = other.m_bucketCount;
+    other.m_bucketCount = n;
+    n = m_count;
+    m_count = other.m_count;
+    other.m_count = n;
+    int t = m_threshold;
+    m_threshold = other.m_threshold;
+    other.m_threshold = t;
+    float f = m_loadFactor;
+    m_loadFactor = other.m_loadFactor;
+    other.m_loadFactor = f;
+  }
+
+ private:
+  friend class CKeyEnumeration;
+
+  int ThresholdFor(unsigned int buckets) const {
+    return static_cast<int>(static_cast<float>(buckets) * m_loadFactor);
+  }
+
+  static CEntry** AllocBuckets(unsigned int count) {
+    void* block = AllocBlock(static_cast<std::size_t>(count) * sizeof(CEntry*));
+    if (!block) throw vesk::base::CMemoryException(Traits::Source(), __LINE__);
+    CEntry** buckets = static_cast<CEntry**>(block);
+    for (unsigned int i = 0; i < count; ++i) buckets[i] = nullptr;
+    return buckets;
+  }
+
+  template <class Q>
+  static CEntry* NewEntry(unsigned int hash, const Q& key, const V& value, CEntry* next) {
+    void* block = AllocBlock(sizeof(CEntry));
+    if (!block) throw vesk::base::CMemoryException(Traits::Source(), __LINE__);
+    try {
+      return ::new (block) CEntry(hash, key, value, next);
+    } catch (...) {
+      FreeBlock(block);
+      throw;
+    }
+  }
+
+  static void DeleteEntry(CEntry* e) {
+    e->~CEntry();
+    FreeBlock(e);
+  }
+
+  void Rehash() {
+    unsigned int oldCount = m_bucketCount;
+    unsigned int newCount = 2 * oldCount + 1;
+    if (newCount <= oldCount) throw vesk::base::CMemoryException(Traits::Source(), __LINE__);
+    CEntry** buckets = AllocBuckets(newCount);
+    for (unsigned int i = 0; i < oldCount; ++i) {
+      CEntry* e = m_buckets[i];
+      while (e) {
+        CEntry* next = e->m_next;
+        unsigned int index = (e->m_hash & 0x7FFFFFFFu) % newCount;
+        e->m_next = buckets[index];
+        buckets[index] = e;
+        e = next;
+      }
+    }
+    FreeBlock(m_buckets);
+    m_buckets = buckets;
+    m_bucketCount = newCount;
+    m_threshold = ThresholdFor(newCount);
+  }
+
+  void Clear() {
+    for (unsigned int i = 0; i < m_bucketCount; ++i) {
+      CEntry* e = m_buckets[i];
+      m_buckets[i] = nullptr;
+      while (e) {
+        CEntry* next = e->m_next;
+        DeleteEntry(e);
+        e = next;
+      }
+    }
+    m_count = 0;
+  }
+
+  // Called on a table without buckets.
+  void CopyFrom(const CHashtable& other) {
+    m_buckets = AllocBuckets(other.m_bucketCount);
+    m_bucketCount = other.m_bucketCount;
+    try {
+      for (unsigned int i = 0; i < other.m_bucketCount; ++i) {
+        CEntry** tail = &m_buckets[i];
+        for (CEntry* e = other.m_buckets[i]; e; e = e->m_next) {
+          *tail = NewEntry(e->m_hash, e->m_key, e->m_value, nullptr);
+          tail = &(*tail)->m_next;
+          ++m_count;
+        }
+      }
+    } catch (...) {
+      Clear();
+      FreeBlock(m_buckets);
+      m_buckets = nullptr;
+      m_bucketCount = 0;
+      throw;
+    }
+  }
+
+  CEntry** m_buckets;
+  unsigned int m_bucketCount;
+  unsigned int m_count;
+  int m_threshold;
+  float m_loadFactor;
+};
+
+}  // namespace util
+}  // namespace vesk
+
+#endif
