@@ -29,10 +29,11 @@ int main() {
   CRef<CException> asException = failure;
   std::printf("kept a %s\n", asException->GetClass()->GetQualifiedName());
 
+  // Exceptions are thrown by value and caught by reference.
   bool caught = false;
   try {
-    throw *failure;                // exceptions are thrown by value ...
-  } catch (const CException& e) {  // ... and caught by reference
+    throw *failure;
+  } catch (const CException& e) {
     caught = true;
     std::printf("caught %s\n", e.GetClass()->GetQualifiedName());
     std::printf("  description: %s\n", e.GetErrorDescription());
