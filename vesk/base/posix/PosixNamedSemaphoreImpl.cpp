@@ -26,9 +26,12 @@ const char* const kWaitSource = "vesk/base/win/WinSemaphoreImpl";
 const unsigned int kInfinite = 0xFFFFFFFFu;
 // glibc keeps a named semaphore as the file "sem." + name in its shm folder.
 const unsigned int kLongestName = NAME_MAX - 4;
-}  // namespace
 
-bool CPosixNamedSemaphoreImpl::HostName(const char* name, char* buffer, unsigned int size) {
+// Writes the host name of the semaphore called name into buffer: a '/'
+// followed by the name, with '%' and '/' written as %25 and %2F so that
+// distinct names stay distinct. False when it does not fit size bytes (with
+// its terminating NUL) or the host allows no name that long.
+bool HostName(const char* name, char* buffer, unsigned int size) {
   unsigned int length = 0;
   auto put = [&](char c) {
     if (length + 1 >= size) return false;
@@ -50,6 +53,8 @@ bool CPosixNamedSemaphoreImpl::HostName(const char* name, char* buffer, unsigned
   buffer[length] = '\0';
   return length - 1 <= kLongestName;
 }
+
+}  // namespace
 
 // The name is used as it stands, in the host's narrow encoding (UTF-8): POSIX
 // names are bytes, so no conversion to 16-bit text is needed. A named

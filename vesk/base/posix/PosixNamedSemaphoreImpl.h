@@ -24,12 +24,6 @@ class CPosixNamedSemaphoreImpl : public CSemaphoreImpl {
   bool TryAcquire(unsigned int timeout) override;
   void Release() override;
 
-  /// Writes the host name of the semaphore called name into buffer: a '/'
-  /// followed by the name, with '%' and '/' written as %25 and %2F. False
-  /// when it does not fit size bytes (with its terminating NUL) or the host
-  /// allows no name that long.
-  static bool HostName(const char* name, char* buffer, unsigned int size);
-
  private:
   sem_t* m_semaphore;
 };

@@ -1,0 +1,274 @@
+#include <atomic>
+#include <chrono>
+#include <deque>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "vesk/base/Condition.h"
+#include "vesk/base/LazyLock.h"
+#include "vesk/base/Lock.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/Semaphore.h"
+#include "vesk/base/SynchronizationException.h"
+#include "vesk/platform/Memory.h"
+
+using namespace vesk::base;
+using vesk::platform::FailAllocationAt;
+using vesk::platform::LiveAllocations;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+// Whether another thread could take the lock right now.
+bool FreeForOthers(ILockable_& lock) {
+  bool acquired = false;
+  std::thread other([&] {
+    acquired = lock.TryAcquire(0);
+    if (acquired) lock.Release();
+  });
+  other.join();
+  return acquired;
+}
+
+// Waits (without the lock) until value reaches at least target.
+void AwaitAtLeast(const std::atomic<int>& value, int target) {
+  while (value.load() < target) std::this_thread::sleep_for(milliseconds(1));
+}
+
+TEST(ConditionTest, TimeoutWithoutNotifierReturnsFalseHoldingTheLock) {
+  CLock lock;
+  CCondition condition(lock);
+  lock.Acquire();
+  auto start = Clock::now();
+  EXPECT_FALSE(condition.Wait(0));
+  EXPECT_LT(Clock::now() - start, milliseconds(500));
+  EXPECT_FALSE(FreeForOthers(lock));
+
+  start = Clock::now();
+  EXPECT_FALSE(condition.Wait(40));
+  EXPECT_GE(Clock::now() - start, milliseconds(35));
+  EXPECT_FALSE(FreeForOthers(lock));
+  lock.Release();
+  EXPECT_TRUE(FreeForOthers(lock));
+}
+
+TEST(ConditionTest, NotifyWithoutWaiterIsLost) {
+  CLock lock;
+  CCondition condition(lock);
+  lock.Acquire();
+  condition.Notify();
+  condition.NotifyAll();
+  EXPECT_FALSE(condition.Wait(30));
+  lock.Release();
+}
+
+TEST(ConditionTest, WaitGivesUpTheLockWhileAsleep) {
+  CLock lock;
+  CCondition condition(lock);
+  bool woken = false;
+  std::atomic<int> waiting{0};
+  std::thread waiter([&] {
+    lock.Acquire();
+    waiting = 1;
+    woken = condition.Wait(10000);
+    lock.Release();
+  });
+  AwaitAtLeast(waiting, 1);
+  lock.Acquire();  // only possible while the waiter sleeps
+  condition.Notify();
+  lock.Release();
+  waiter.join();
+  EXPECT_TRUE(woken);
+}
+
+// Threads that each wait once under lock and count themselves in and out.
+class Waiters {
+ public:
+  Waiters(ILockable_& lock, CCondition& condition) : m_lock(lock), m_condition(condition) {}
+  ~Waiters() { Join(); }
+
+  void Start(int count) {
+    for (int i = 0; i < count; ++i) {
+      m_threads.emplace_back([this] {
+        m_lock.Acquire();
+        ++m_waiting;
+        bool notified = m_condition.Wait(10000);
+        m_lock.Release();
+        if (notified) ++m_woken;
+      });
+    }
+    // Once the lock is free and every waiter counted itself, all sleep.
+    for (;;) {
+      m_lock.Acquire();
+      int waiting = m_waiting;
+      m_lock.Release();
+      if (waiting == static_cast<int>(m_threads.size())) break;
+      std::this_thread::sleep_for(milliseconds(1));
+    }
+  }
+  void Join() {
+    for (auto& thread : m_threads) {
+      if (thread.joinable()) thread.join();
+    }
+  }
+  std::atomic<int> m_woken{0};
+
+ private:
+  ILockable_& m_lock;
+  CCondition& m_condition;
+  int m_waiting = 0;
+  std::vector<std::thread> m_threads;
+};
+
+TEST(ConditionTest, NotifyWakesOneWaiter) {
+  CLock lock;
+  CCondition condition(lock);
+  Waiters waiters(lock, condition);
+  waiters.Start(3);
+  lock.Acquire();
+  condition.Notify();
+  lock.Release();
+  AwaitAtLeast(waiters.m_woken, 1);
+  std::this_thread::sleep_for(milliseconds(30));
+  EXPECT_EQ(waiters.m_woken.load(), 1);
+
+  lock.Acquire();
+  condition.Notify();
+  condition.Notify();
+  lock.Release();
+  waiters.Join();
+  EXPECT_EQ(waiters.m_woken.load(), 3);
+}
+
+TEST(ConditionTest, NotifyAllWakesOnlyThoseWaitingAtTheTime) {
+  CLock lock;
+  CCondition condition(lock);
+  Waiters waiters(lock, condition);
+  waiters.Start(4);
+  lock.Acquire();
+  condition.NotifyAll();
+  // This thread starts waiting after the call: it must time out although
+  // the released waiters are still on their way out.
+  EXPECT_FALSE(condition.Wait(50));
+  lock.Release();
+  waiters.Join();
+  EXPECT_EQ(waiters.m_woken.load(), 4);
+
+  // The condition is left in order: a fresh round behaves the same.
+  Waiters again(lock, condition);
+  again.Start(2);
+  lock.Acquire();
+  condition.NotifyAll();
+  lock.Release();
+  again.Join();
+  EXPECT_EQ(again.m_woken.load(), 2);
+}
+
+TEST(ConditionTest, WorksOnEveryKindOfLock) {
+  CLazyLock lazy;
+  CSemaphore binary;
+  for (ILockable_* lock : {static_cast<ILockable_*>(&lazy), static_cast<ILockable_*>(&binary)}) {
+    CCondition condition(*lock);
+    Waiters waiters(*lock, condition);
+    waiters.Start(2);
+    lock->Acquire();
+    condition.NotifyAll();
+    lock->Release();
+    waiters.Join();
+    EXPECT_EQ(waiters.m_woken.load(), 2);
+  }
+}
+
+TEST(ConditionTest, FailedReleaseOfTheLockIsReported) {
+  CSemaphore lock;  // a semaphore that is not held refuses the release
+  CCondition condition(lock);
+  try {
+    condition.Wait(0);
+    FAIL() << "no exception";
+  } catch (const CSynchronizationException& e) {
+    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/ConditionImplWin");
+    EXPECT_STREQ(e.GetErrorDescription(), "Failed to release the specified lock.");
+  }
+  // The wait was undone and the lock taken again.
+  EXPECT_FALSE(lock.TryAcquire(0));
+  EXPECT_FALSE(condition.Wait(0));
+  condition.Notify();
+  EXPECT_FALSE(condition.Wait(0)) << "the failed waiter left no one to wake";
+  lock.Release();
+}
+
+TEST(ConditionTest, AllocationFailureLeaksNothing) {
+  CLock lock;
+  long live = LiveAllocations();
+  FailAllocationAt(1);
+  try {
+    CCondition condition(lock);
+    FAIL() << "no exception";
+  } catch (const CMemoryException& e) {
+    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/Base");
+  }
+  FailAllocationAt(0);
+  EXPECT_EQ(LiveAllocations(), live);
+}
+
+// A bounded queue with two conditions; consumers mix timed waits (that time
+// out now and then, exercising the give-up path) with notified wake-ups.
+TEST(ConditionTest, ProducersAndConsumersStress) {
+  const int kProducers = 3;
+  const int kConsumers = 3;
+  const int kItems = 2000;
+  const size_t kCapacity = 4;
+  CLock lock;
+  CCondition notEmpty(lock);
+  CCondition notFull(lock);
+  std::deque<int> queue;
+  int producersLeft = kProducers;
+  long long consumedSum = 0;
+  int consumedCount = 0;
+
+  std::vector<std::thread> threads;
+  for (int p = 0; p < kProducers; ++p) {
+    threads.emplace_back([&, p] {
+      for (int i = 1; i <= kItems; ++i) {
+        lock.Acquire();
+        while (queue.size() == kCapacity) notFull.Wait();
+        queue.push_back(p * kItems + i);
+        if (i % 7 == 0) {
+          notEmpty.NotifyAll();
+        } else {
+          notEmpty.Notify();
+        }
+        lock.Release();
+      }
+      lock.Acquire();
+      --producersLeft;
+      notEmpty.NotifyAll();
+      lock.Release();
+    });
+  }
+  for (int c = 0; c < kConsumers; ++c) {
+    threads.emplace_back([&, c] {
+      lock.Acquire();
+      for (;;) {
+        while (queue.empty() && producersLeft > 0) notEmpty.Wait(c == 0 ? 1 : 5);
+        if (queue.empty()) break;
+        consumedSum += queue.front();
+        ++consumedCount;
+        queue.pop_front();
+        notFull.Notify();
+      }
+      lock.Release();
+    });
+  }
+  for (auto& thread : threads) thread.join();
+
+  const long long n = kProducers * kItems;
+  EXPECT_EQ(consumedCount, n);
+  EXPECT_EQ(consumedSum, n * (n + 1) / 2);
+}
+
+}  // namespace

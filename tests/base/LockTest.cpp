@@ -1,0 +1,227 @@
+#include <atomic>
+#include <chrono>
+#include <cstring>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "vesk/base/LazyLock.h"
+#include "vesk/base/Lock.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/ReentrantLock.h"
+#include "vesk/base/Semaphore.h"
+#include "vesk/base/SimpleLockManager.h"
+#include "vesk/base/SynchronizationException.h"
+#include "vesk/platform/Memory.h"
+
+using namespace vesk::base;
+using vesk::platform::FailAllocationAt;
+using vesk::platform::LiveAllocations;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Runs body on another thread and waits for it.
+template <typename F>
+void OnOtherThread(F body) {
+  std::thread thread(body);
+  thread.join();
+}
+
+template <typename T>
+class OwnedLockTest : public ::testing::Test {};
+
+using OwnedLocks = ::testing::Types<CLock, CReentrantLock, CLazyLock>;
+TYPED_TEST_SUITE(OwnedLockTest, OwnedLocks);
+
+TYPED_TEST(OwnedLockTest, TryAcquireNeverWaitsForAnotherThreadsHold) {
+  TypeParam lock;
+  lock.Acquire();
+  for (unsigned int timeout : {0u, 500u, 0xFFFFFFFFu}) {
+    bool acquired = true;
+    auto start = Clock::now();
+    OnOtherThread([&] { acquired = lock.TryAcquire(timeout); });
+    EXPECT_FALSE(acquired) << timeout;
+    EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(400)) << timeout;
+  }
+  lock.Release();
+  bool acquired = false;
+  OnOtherThread([&] {
+    acquired = lock.TryAcquire(0);
+    if (acquired) lock.Release();
+  });
+  EXPECT_TRUE(acquired);
+}
+
+TYPED_TEST(OwnedLockTest, OwnerReentersAndEachHoldNeedsItsRelease) {
+  TypeParam lock;
+  lock.Acquire();
+  EXPECT_TRUE(lock.TryAcquire(0));
+  lock.Acquire();
+  lock.Release();
+  lock.Release();
+  bool acquired = true;
+  OnOtherThread([&] { acquired = lock.TryAcquire(0); });
+  EXPECT_FALSE(acquired) << "one hold is left";
+  lock.Release();
+  OnOtherThread([&] {
+    acquired = lock.TryAcquire(0);
+    if (acquired) lock.Release();
+  });
+  EXPECT_TRUE(acquired);
+}
+
+// Plain (non-atomic) updates that only stay exact under mutual exclusion; the
+// thread sanitizer checks the same property from the other side.
+template <typename Lockable>
+void Hammer(Lockable& lock, int threads, int rounds, long* counter) {
+  std::vector<std::thread> workers;
+  std::atomic<bool> go{false};
+  for (int t = 0; t < threads; ++t) {
+    workers.emplace_back([&] {
+      while (!go.load()) std::this_thread::yield();
+      for (int i = 0; i < rounds; ++i) {
+        lock.Acquire();
+        long seen = *counter;
+        std::this_thread::yield();
+        *counter = seen + 1;
+        lock.Release();
+      }
+    });
+  }
+  go = true;
+  for (auto& worker : workers) worker.join();
+}
+
+TYPED_TEST(OwnedLockTest, ExcludesOtherThreads) {
+  TypeParam lock;
+  long counter = 0;
+  Hammer(lock, 4, 500, &counter);
+  EXPECT_EQ(counter, 4 * 500);
+}
+
+TEST(LockTest, BinarySemaphoreExcludesOtherThreads) {
+  CSemaphore lock;
+  long counter = 0;
+  Hammer(lock, 4, 500, &counter);
+  EXPECT_EQ(counter, 4 * 500);
+}
+
+TEST(LockTest, AllocationFailureInConstructorsLeaksNothing) {
+  long live = LiveAllocations();
+  FailAllocationAt(1);
+  try {
+    CLock lock;
+    FAIL() << "no exception";
+  } catch (const CMemoryException& e) {
+    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/Base");
+  }
+  FailAllocationAt(1);
+  EXPECT_THROW(CReentrantLock(), CMemoryException);
+  FailAllocationAt(0);
+  EXPECT_EQ(LiveAllocations(), live);
+
+  {
+    CLock lock;
+    EXPECT_EQ(LiveAllocations(), live + 1);
+  }
+  EXPECT_EQ(LiveAllocations(), live);
+}
+
+TEST(LazyLockTest, AllocatesNothingUntilFirstUse) {
+  long live = LiveAllocations();
+  {
+    CLazyLock lock;
+    lock.Release();  // before any acquire: nothing to leave
+    EXPECT_EQ(LiveAllocations(), live);
+    EXPECT_TRUE(lock.TryAcquire(0));
+    EXPECT_EQ(LiveAllocations(), live + 1);
+    lock.Release();
+    lock.Acquire();
+    lock.Release();
+    EXPECT_EQ(LiveAllocations(), live + 1);
+  }
+  EXPECT_EQ(LiveAllocations(), live);
+}
+
+TEST(LazyLockTest, RacingFirstUsersShareOneSection) {
+  for (int round = 0; round < 20; ++round) {
+    long live = LiveAllocations();
+    CLazyLock lock;
+    std::atomic<int> waiting{0};
+    long counter = 0;
+    std::vector<std::thread> workers;
+    const int kThreads = 4;
+    for (int t = 0; t < kThreads; ++t) {
+      workers.emplace_back([&] {
+        waiting.fetch_add(1);
+        while (waiting.load() < kThreads) {
+        }
+        for (int i = 0; i < 50; ++i) {
+          lock.Acquire();
+          ++counter;
+          lock.Release();
+        }
+      });
+    }
+    for (auto& worker : workers) worker.join();
+    EXPECT_EQ(counter, kThreads * 50);
+    EXPECT_EQ(LiveAllocations(), live + 1) << "round " << round;
+  }
+}
+
+TEST(LazyLockTest, FailedCreationIsReportedAndLeavesTheLockUsable) {
+  long live = LiveAllocations();
+  CLazyLock lock;
+  FailAllocationAt(1);
+  try {
+    lock.Acquire();
+    FAIL() << "no exception";
+  } catch (const CSynchronizationException& e) {
+    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/LazyLock");
+    EXPECT_STREQ(e.GetErrorDescription(), "Failed to create lock.");
+  }
+  FailAllocationAt(1);
+  EXPECT_THROW(lock.TryAcquire(0), CSynchronizationException);
+  FailAllocationAt(0);
+  EXPECT_EQ(LiveAllocations(), live);
+  // The creation lock was given back: another first use succeeds.
+  EXPECT_TRUE(lock.TryAcquire(0));
+  lock.Release();
+}
+
+TEST(SimpleLockManagerTest, CountsAndHandles) {
+  char block[4] = "abc";
+  char* address = block;
+  char** handle = &address;
+  char* otherAddress = block + 1;
+  char** other = &otherAddress;
+
+  CSimpleLockManager none;
+  EXPECT_EQ(none.GetManagedHandle(), nullptr);
+  EXPECT_EQ(none.Unlock(), 0u);
+  EXPECT_EQ(none.Unlock(), 0u);
+  EXPECT_EQ(none.Lock(), 1u);
+
+  const CSimpleLockManager manager(handle);
+  EXPECT_EQ(manager.GetManagedHandle(), handle);
+  EXPECT_EQ(manager.Lock(), 1u);
+  EXPECT_EQ(manager.Lock(), 2u);
+  EXPECT_EQ(manager.Unlock(), 1u);
+
+  CSimpleLockManager moving(handle);
+  moving.Lock();
+  moving.Lock();
+  moving.SetManagedHandle(handle);  // the same handle keeps the count
+  EXPECT_EQ(moving.Unlock(), 1u);
+  moving.SetManagedHandle(other);
+  EXPECT_EQ(moving.GetManagedHandle(), other);
+  EXPECT_EQ(moving.Lock(), 1u) << "a new handle starts again at 0";
+  EXPECT_EQ(moving.DetachManagedHandle(), other);
+  EXPECT_EQ(moving.GetManagedHandle(), nullptr);
+  EXPECT_EQ(moving.Lock(), 2u) << "detaching keeps the count";
+}
+
+}  // namespace

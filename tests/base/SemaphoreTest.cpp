@@ -1,0 +1,240 @@
+#include <atomic>
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <semaphore.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/Semaphore.h"
+#include "vesk/base/SynchronizationException.h"
+#include "vesk/platform/Memory.h"
+
+using namespace vesk::base;
+using vesk::platform::FailAllocationAt;
+using vesk::platform::LiveAllocations;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+const unsigned int kInfinite = 0xFFFFFFFFu;
+
+// A name no other run uses, and the name the host gives it: a leading '/',
+// with '/' and '%' escaped as %2F and %25 (hostStem spells the stem so). The
+// host object is unlinked when the test ends.
+class ScopedName {
+ public:
+  explicit ScopedName(const char* stem, const char* hostStem = nullptr)
+      : m_name(std::string("vesk-test-") + stem + "-" + std::to_string(getpid())),
+        m_hostName(std::string("/vesk-test-") + (hostStem ? hostStem : stem) + "-" +
+                   std::to_string(getpid())) {}
+  ~ScopedName() { sem_unlink(m_hostName.c_str()); }
+  const char* c_str() const { return m_name.c_str(); }
+  // Whether the host has a semaphore of this name now.
+  bool Exists() const {
+    sem_t* semaphore = sem_open(m_hostName.c_str(), 0);
+    if (semaphore == SEM_FAILED) return false;
+    sem_close(semaphore);
+    return true;
+  }
+
+ private:
+  std::string m_name;
+  std::string m_hostName;
+};
+
+template <typename E, typename F>
+E Catch(F body) {
+  try {
+    body();
+  } catch (const E& e) {
+    return e;
+  }
+  ADD_FAILURE() << "no exception";
+  return E("", 0);
+}
+
+TEST(SemaphoreTest, ConstructorArguments) {
+  long live = LiveAllocations();
+  CIllegalArgumentException count =
+      Catch<CIllegalArgumentException>([] { CSemaphore semaphore(2u, 1u); });
+  EXPECT_STREQ(count.GetSourceFile(), "vesk/base/win/WinSemaphoreImpl");
+  EXPECT_STREQ(count.GetErrorDescription(), "Invalid initial count.");
+
+  for (const char* name : {"", static_cast<const char*>(nullptr)}) {
+    CIllegalArgumentException bad =
+        Catch<CIllegalArgumentException>([name] { CSemaphore semaphore(name, 1u); });
+    EXPECT_STREQ(bad.GetSourceFile(), "vesk/base/win/WinNamedSemaphoreImpl");
+    EXPECT_STREQ(bad.GetErrorDescription(), "Invalid semaphore name.");
+  }
+  EXPECT_EQ(LiveAllocations(), live);
+
+  CSemaphore full(3u, 3u);
+  EXPECT_FALSE(full.IsNamed());
+  EXPECT_FALSE(full.IsShared());
+}
+
+TEST(SemaphoreTest, DefaultIsAFreeBinarySemaphore) {
+  CSemaphore semaphore;
+  EXPECT_TRUE(semaphore.TryAcquire(0));
+  EXPECT_FALSE(semaphore.TryAcquire(0));
+  semaphore.Release();
+  EXPECT_TRUE(semaphore.TryAcquire(0));
+  semaphore.Release();
+  // Not owned: a second release would pass the maximum of 1.
+  CSynchronizationException e = Catch<CSynchronizationException>([&] { semaphore.Release(); });
+  EXPECT_STREQ(e.GetSourceFile(), "vesk/base/win/WinSemaphoreImpl");
+  EXPECT_STREQ(e.GetErrorDescription(), "Failed to release the semaphore.");
+  EXPECT_TRUE(semaphore.TryAcquire(0));
+  EXPECT_FALSE(semaphore.TryAcquire(0)) << "the refused release added nothing";
+}
+
+TEST(SemaphoreTest, MaximumCountIsEnforced) {
+  CSemaphore semaphore(0u, 3u);
+  EXPECT_FALSE(semaphore.TryAcquire(0));
+  for (int i = 0; i < 3; ++i) semaphore.Release();
+  EXPECT_THROW(semaphore.Release(), CSynchronizationException);
+  for (int i = 0; i < 3; ++i) EXPECT_TRUE(semaphore.TryAcquire(0)) << i;
+  EXPECT_FALSE(semaphore.TryAcquire(0));
+
+  CSemaphore wide(0x7FFFFFFFu, 0xFFFFFFFFu);
+  wide.Release();
+  EXPECT_THROW(CSemaphore(0xFFFFFFFFu, 0xFFFFFFFEu), CIllegalArgumentException);
+}
+
+TEST(SemaphoreTest, TimedAcquire) {
+  CSemaphore semaphore(0u, 1u);
+  auto start = Clock::now();
+  EXPECT_FALSE(semaphore.TryAcquire(60));
+  EXPECT_GE(Clock::now() - start, milliseconds(55));
+
+  // Another thread's release ends a long wait early, and an unlimited one.
+  for (unsigned int timeout : {10000u, kInfinite}) {
+    std::thread releaser([&] {
+      std::this_thread::sleep_for(milliseconds(20));
+      semaphore.Release();
+    });
+    start = Clock::now();
+    EXPECT_TRUE(semaphore.TryAcquire(timeout));
+    EXPECT_LT(Clock::now() - start, milliseconds(5000));
+    releaser.join();
+  }
+}
+
+TEST(SemaphoreTest, EachReleaseLetsOneWaiterThrough) {
+  CSemaphore semaphore(0u, 10u);
+  std::atomic<int> through{0};
+  std::vector<std::thread> waiters;
+  for (int i = 0; i < 4; ++i) {
+    waiters.emplace_back([&] {
+      semaphore.Acquire();
+      through.fetch_add(1);
+    });
+  }
+  semaphore.Release();
+  semaphore.Release();
+  while (through.load() < 2) std::this_thread::yield();
+  std::this_thread::sleep_for(milliseconds(30));
+  EXPECT_EQ(through.load(), 2);
+  semaphore.Release();
+  semaphore.Release();
+  for (auto& waiter : waiters) waiter.join();
+  EXPECT_EQ(through.load(), 4);
+  EXPECT_FALSE(semaphore.TryAcquire(0));
+}
+
+TEST(SemaphoreTest, AllocationFailureLeaksNothing) {
+  long live = LiveAllocations();
+  FailAllocationAt(1);
+  CMemoryException e = Catch<CMemoryException>([] { CSemaphore semaphore(1u, 1u); });
+  EXPECT_STREQ(e.GetSourceFile(), "vesk/base/Base");
+  ScopedName name("alloc");
+  FailAllocationAt(1);
+  EXPECT_THROW(CSemaphore(name.c_str(), 1u), CMemoryException);
+  FailAllocationAt(0);
+  EXPECT_EQ(LiveAllocations(), live);
+}
+
+TEST(NamedSemaphoreTest, HoldersOfOneNameShareTheCount) {
+  ScopedName name("share");
+  CSemaphore first(name.c_str(), 1u);
+  EXPECT_TRUE(first.IsNamed());
+  EXPECT_TRUE(first.IsShared());
+  CSemaphore second(name.c_str(), 5u);  // exists: the count is not set again
+  EXPECT_TRUE(second.TryAcquire(0));
+  EXPECT_FALSE(first.TryAcquire(0));
+  EXPECT_FALSE(second.TryAcquire(30));
+  first.Release();
+  EXPECT_TRUE(second.TryAcquire(0));
+}
+
+TEST(NamedSemaphoreTest, NamesWithSlashesStayDistinct) {
+  ScopedName slash("a/b", "a%2Fb");
+  ScopedName escaped("a%2Fb", "a%252Fb");
+  EXPECT_FALSE(slash.Exists());
+  CSemaphore one(slash.c_str(), 1u);
+  CSemaphore other(escaped.c_str(), 0u);
+  EXPECT_TRUE(slash.Exists());
+  EXPECT_TRUE(escaped.Exists());
+  EXPECT_FALSE(other.TryAcquire(0));
+  EXPECT_TRUE(one.TryAcquire(0));
+}
+
+TEST(NamedSemaphoreTest, MaximumAndInvalidInitialCount) {
+  ScopedName name("max");
+  CSemaphore semaphore(name.c_str(), 0x7FFFFFFFu);
+  CSynchronizationException e = Catch<CSynchronizationException>([&] { semaphore.Release(); });
+  EXPECT_STREQ(e.GetErrorDescription(), "Failed to release the semaphore.");
+  EXPECT_TRUE(semaphore.TryAcquire(0));
+  semaphore.Release();
+
+  ScopedName tooMany("toomany");
+  CMemoryException refused =
+      Catch<CMemoryException>([&] { CSemaphore semaphore(tooMany.c_str(), 0x80000000u); });
+  EXPECT_STREQ(refused.GetSourceFile(), "vesk/base/win/WinNamedSemaphoreImpl");
+
+  std::string longName(300, 'n');
+  EXPECT_THROW(CSemaphore(longName.c_str(), 0u), CMemoryException);
+}
+
+TEST(NamedSemaphoreTest, SharedBetweenProcesses) {
+  ScopedName ping("ping");
+  ScopedName pong("pong");
+  CSemaphore toChild(ping.c_str(), 0u);
+  CSemaphore toParent(pong.c_str(), 0u);
+
+  pid_t child = fork();
+  ASSERT_NE(child, -1);
+  if (child == 0) {
+    int status = 1;
+    try {
+      CSemaphore in(ping.c_str(), 7u);  // opens the parent's, count 0
+      CSemaphore out(pong.c_str(), 7u);
+      if (in.TryAcquire(5000) && !in.TryAcquire(0)) {
+        out.Release();
+        out.Release();
+        status = 0;
+      }
+    } catch (...) {
+      status = 2;
+    }
+    _exit(status);
+  }
+  toChild.Release();
+  EXPECT_TRUE(toParent.TryAcquire(5000));
+  EXPECT_TRUE(toParent.TryAcquire(5000));
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_FALSE(toParent.TryAcquire(0));
+}
+
+}  // namespace
