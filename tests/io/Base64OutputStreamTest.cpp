@@ -1,0 +1,186 @@
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "TestStreams.h"
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/io/Base64OutputStream.h"
+#include "vesk/io/MemoryOutputStream.h"
+
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CRef;
+using vesk::io::CBase64OutputStream;
+using vesk::io::CMemoryOutputStream;
+using vesk::io::COutputStream;
+using vesk_test::CTestOutputStream;
+
+namespace {
+
+std::string Encode(const std::string& bytes, unsigned int lineLength, bool flush = true) {
+  CTestOutputStream sink;
+  CBase64OutputStream out(&sink, lineLength);
+  out.Write(bytes.data(), static_cast<unsigned int>(bytes.size()));
+  if (flush) out.Flush();
+  return sink.data;
+}
+
+TEST(Base64OutputStreamTest, GroupsAndPadding) {
+  EXPECT_EQ(Encode("Man", 0), "TWFu");
+  EXPECT_EQ(Encode("Ma", 0), "TWE=");
+  EXPECT_EQ(Encode("A", 0), "QQ==");
+  EXPECT_EQ(Encode("", 0), "");
+  EXPECT_EQ(Encode("\xFF\xFE\xFD", 0), "//79");  // bytes are taken as unsigned
+  // Held bytes are written only by Flush.
+  EXPECT_EQ(Encode("Ma", 0, false), "");
+  EXPECT_EQ(Encode("Many", 0, false), "TWFu");
+}
+
+TEST(Base64OutputStreamTest, FlushInMidDataPadsAndStartsANewGroup) {
+  CTestOutputStream sink;
+  CBase64OutputStream out(&sink, 0);
+  out.Write("Ma", 2);
+  out.Flush();
+  out.Write("n", 1);
+  out.Flush();
+  out.Flush();  // nothing held: only the wrapped flush
+  EXPECT_EQ(sink.data, "TWE=bg==");
+  EXPECT_EQ(sink.flushedAt, (std::vector<size_t>{4, 8, 8}));
+}
+
+TEST(Base64OutputStreamTest, LinesBreakBeforeAnOverflowingCharacterOnly) {
+  EXPECT_EQ(Encode("abcdef", 4), "YWJj\r\nZGVm");
+  EXPECT_EQ(Encode("abcdefg", 4), "YWJj\r\nZGVm\r\nZw==");
+  EXPECT_EQ(Encode("abcdef", 3), "YWJ\r\njZG\r\nVm");
+  EXPECT_EQ(Encode("abcdef", 1), "Y\r\nW\r\nJ\r\nj\r\nZ\r\nG\r\nV\r\nm");
+}
+
+TEST(Base64OutputStreamTest, CloseDropsHeldBytesAndClosesTheWrappedStream) {
+  vesk_test::Tally tally;
+  CTestOutputStream sink(&tally);
+  {
+    CBase64OutputStream out(&sink, 0);
+    out.Write("Ma", 2);
+    out.Close();
+    EXPECT_EQ(tally.closed, 1);
+  }
+  EXPECT_EQ(sink.data, "");
+  EXPECT_EQ(tally.flushed, 0);
+}
+
+TEST(Base64OutputStreamTest, NullStreamsAreRejected) {
+  for (int form = 0; form < 2; ++form) {
+    try {
+      if (form == 0) {
+        CBase64OutputStream out(static_cast<COutputStream*>(nullptr), 0);
+      } else {
+        CBase64OutputStream out(CRef<COutputStream>(), 0);
+      }
+      ADD_FAILURE();
+    } catch (const CIllegalArgumentException& e) {
+      EXPECT_STREQ(e.GetErrorDescription(), "Invalid output stream.");
+      EXPECT_STREQ(e.GetSourceFile(), "vesk/io/Base64OutputStream");
+    }
+  }
+}
+
+TEST(Base64OutputStreamTest, FailingWrappedStreamNeverOverrunsTheGroup) {
+  struct CFailingSink : COutputStream {
+    void Write(char) override { throw vesk::io::CIOException("test", 1); }
+    void Write(const char*, unsigned int, unsigned int) override {
+      throw vesk::io::CIOException("test", 1);
+    }
+    void Flush() override {}
+    void Close() override {}
+  } sink;
+  CBase64OutputStream out(&sink, 0);
+  for (int i = 0; i < 12; ++i) {
+    if (i % 3 == 2) {
+      EXPECT_THROW(out.Write('x'), vesk::io::CIOException);
+    } else {
+      out.Write('x');
+    }
+  }
+}
+
+// Compares the stream's text with Python's base64 module over random data of
+// random lengths, unbroken and broken into CR LF lines of several lengths.
+TEST(Base64OutputStreamTest, MatchesPythonBase64) {
+  if (std::system("python3 -c 'import base64' >/dev/null 2>&1") != 0) {
+    GTEST_SKIP() << "python3 with its base64 module is not available";
+  }
+  char dir[] = "/tmp/vesk-base64-XXXXXX";
+  ASSERT_NE(mkdtemp(dir), nullptr);
+  unsigned int seed = std::random_device{}();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  const unsigned int kLineLengths[] = {0, 1, 4, 64, 76, 7};
+  struct Case {
+    std::string data;
+    unsigned int lineLength;
+    std::string path;
+  };
+  std::vector<Case> cases;
+  std::string args;
+  for (int i = 0; i < 60; ++i) {
+    Case c;
+    size_t length = i < 8 ? i : random() % (i < 50 ? 300 : 70000);
+    for (size_t k = 0; k < length; ++k) c.data.push_back(static_cast<char>(random()));
+    c.lineLength = kLineLengths[i % 6];
+    c.path = std::string(dir) + "/" + std::to_string(i);
+    FILE* f = std::fopen(c.path.c_str(), "wb");
+    ASSERT_NE(f, nullptr);
+    std::fwrite(c.data.data(), 1, c.data.size(), f);
+    std::fclose(f);
+    args += " " + c.path + " " + std::to_string(c.lineLength);
+    cases.push_back(c);
+  }
+  // One line of hex per case: the encoded text, lines joined with CR LF.
+  std::string command =
+      "python3 -c \"import base64,sys\n"
+      "a=sys.argv[1:]\n"
+      "for i in range(0,len(a),2):\n"
+      "  e=base64.b64encode(open(a[i],'rb').read())\n"
+      "  n=int(a[i+1])\n"
+      "  if n: e=b'\\r\\n'.join(e[k:k+n] for k in range(0,len(e),n))\n"
+      "  print(e.hex())\n\"" +
+      args;
+  FILE* pipe = popen(command.c_str(), "r");
+  ASSERT_NE(pipe, nullptr);
+  std::string output;
+  char chunk[65536];
+  size_t n;
+  while ((n = std::fread(chunk, 1, sizeof chunk, pipe)) > 0) output.append(chunk, n);
+  ASSERT_EQ(pclose(pipe), 0);
+  size_t at = 0;
+  for (size_t i = 0; i < cases.size(); ++i) {
+    size_t end = output.find('\n', at);
+    ASSERT_NE(end, std::string::npos);
+    std::string hex = output.substr(at, end - at);
+    at = end + 1;
+    std::string expected;
+    for (size_t k = 0; k + 1 < hex.size(); k += 2) {
+      expected.push_back(static_cast<char>(std::stoi(hex.substr(k, 2), nullptr, 16)));
+    }
+    // Feed the bytes through both the array write and single-byte writes.
+    CMemoryOutputStream memory(0, 4096);
+    CBase64OutputStream out(&memory, cases[i].lineLength);
+    const std::string& data = cases[i].data;
+    size_t half = data.size() / 2;
+    out.Write(data.data(), static_cast<unsigned int>(half));
+    for (size_t k = half; k < data.size(); ++k) out.Write(data[k]);
+    out.Flush();
+    std::string actual(memory.GetBuffer() ? memory.GetBuffer() : "", memory.GetBufferSize());
+    EXPECT_EQ(actual, expected) << "case " << i << ": " << data.size() << " bytes, lines of "
+                                << cases[i].lineLength;
+    std::remove(cases[i].path.c_str());
+  }
+  rmdir(dir);
+}
+
+}  // namespace

@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "TestStreams.h"
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/io/BufferedInputStream.h"
+#include "vesk/io/BufferedOutputStream.h"
+#include "vesk/io/BufferedReader.h"
+#include "vesk/io/IOException.h"
+#include "vesk/io/MemoryInputStream.h"
+
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CRef;
+using vesk::io::CBufferedInputStream;
+using vesk::io::CBufferedOutputStream;
+using vesk::io::CBufferedReader;
+using vesk::io::CInputStream;
+using vesk::io::CIOException;
+using vesk::io::COutputStream;
+using vesk::io::CReader;
+using vesk_test::CTestInputStream;
+using vesk_test::CTestOutputStream;
+using vesk_test::CTestReader;
+using vesk_test::U16;
+
+namespace {
+
+template <class F>
+void ExpectError(F op, const char* description) {
+  try {
+    op();
+    ADD_FAILURE() << "no exception, expected " << description;
+  } catch (const vesk::base::CException& e) {
+    EXPECT_STREQ(e.GetErrorDescription(), description);
+  }
+}
+
+TEST(BufferedInputStreamTest, SizeZeroMeans512) {
+  CTestInputStream source(std::string(2000, 'q'));
+  CBufferedInputStream in(&source, 0);
+  EXPECT_EQ(in.Read(), 'q');
+  ASSERT_EQ(source.requests.size(), 1u);
+  EXPECT_EQ(source.requests[0], 512u);
+  EXPECT_EQ(in.GetAvailable(), 2000u - 1);
+}
+
+TEST(BufferedInputStreamTest, LongReadsBypassTheBuffer) {
+  CTestInputStream source("ABCDEFGH");
+  CBufferedInputStream in(&source, 4);
+  EXPECT_EQ(in.Read(), 'A');
+  char buffer[8] = {};
+  EXPECT_EQ(in.Read(buffer, 5), 4);
+  EXPECT_EQ(std::string(buffer, 4), "EFGH");
+  // The bytes buffered before come afterwards.
+  EXPECT_EQ(in.Read(), 'B');
+  EXPECT_EQ(in.Read(buffer, 2, 3), 2);
+  EXPECT_EQ(std::string(buffer + 2, 2), "CD");
+  // The fill brings nothing: 0 rather than -1.
+  EXPECT_EQ(in.Read(buffer, 1), 0);
+  EXPECT_EQ(in.Read(), CInputStream::EOS);
+}
+
+TEST(BufferedInputStreamTest, ShortReadsTopUpWithOneFill) {
+  CTestInputStream source("0123456789", 3);  // at most 3 bytes per read
+  CBufferedInputStream in(&source, 8);
+  char buffer[8] = {};
+  EXPECT_EQ(in.Read(buffer, 2), 2);  // one fill of 3, 1 left buffered
+  EXPECT_EQ(in.Read(buffer, 1, 5), 4);  // 1 buffered + one fill of 3
+  EXPECT_EQ(std::string(buffer, 5), "02345");
+  EXPECT_EQ(in.Read(buffer, 8), 3);
+  EXPECT_EQ(std::string(buffer, 3), "678");
+  EXPECT_EQ(in.Read(buffer, 8), 1);
+  // At the end with nothing buffered: 0, not -1, from the fill path.
+  EXPECT_EQ(in.Read(buffer, 8), 0);
+  EXPECT_EQ(in.Read(), CInputStream::EOS);
+}
+
+TEST(BufferedInputStreamTest, ReadSignExtendsSkipAndReset) {
+  CTestInputStream source(std::string("\x90xyz0123456789", 14));
+  CBufferedInputStream in(&source, 4);
+  EXPECT_EQ(in.Read(), -112);
+  EXPECT_EQ(in.Skip(2), 2);  // inside the buffer
+  EXPECT_EQ(in.Read(), 'z');
+  // Beyond the buffer: the wrapped contract's Skip returns what it did not
+  // skip, and that figure is passed on as it is.
+  EXPECT_EQ(in.Skip(3), 0);
+  EXPECT_EQ(in.Read(), '3');
+  EXPECT_EQ(in.Skip(100), 94 + 3);  // 3 buffered, 94 the wrapped stream did not skip
+  char b[2];
+  EXPECT_EQ(in.Read(nullptr, 0), 0);
+  in.Reset();
+  EXPECT_EQ(in.Read(), -112);
+  EXPECT_EQ(in.Read(nullptr, 2), 2);  // a null target skips
+  EXPECT_EQ(in.Read(b, 1), 1);
+  EXPECT_EQ(b[0], 'z');
+}
+
+TEST(BufferedReaderTest, ReadThatTheBufferCannotServeStrictlyKeepsOnlyTheFill) {
+  CTestReader source(U16("ABCDEFGHIJ"));
+  CBufferedReader in(&source, 4);
+  EXPECT_EQ(in.Read(), 'A');
+  unsigned short buffer[8] = {};
+  // 3 units buffered, 3 asked for: the fill's units overwrite them.
+  EXPECT_EQ(in.Read(buffer, 3), 3);
+  EXPECT_EQ(std::basic_string<unsigned short>(buffer, 3), U16("EFG"));
+  EXPECT_EQ(in.Read(), 'H');
+  // Fewer than buffered: served from the buffer.
+  EXPECT_EQ(in.Read(), 'I');
+  EXPECT_EQ(in.Read(buffer, 2, 2), 0);  // J lost to the overwrite, end of data
+  EXPECT_EQ(buffer[2], 'J');
+  EXPECT_EQ(in.Read(), CReader::EOS);
+}
+
+TEST(BufferedReaderTest, BypassSkipAndErrors) {
+  CTestReader source(U16("abcdefgh"));
+  CBufferedReader in(&source, 2);
+  EXPECT_EQ(in.Read(), 'a');
+  unsigned short buffer[4];
+  EXPECT_EQ(in.Read(buffer, 3), 3);  // longer than the buffer: straight through
+  EXPECT_EQ(std::basic_string<unsigned short>(buffer, 3), U16("cde"));
+  EXPECT_EQ(in.Read(), 'b');
+  // Nothing buffered: the wrapped contract's inverted result comes back.
+  EXPECT_EQ(in.Skip(1), 0);
+  EXPECT_EQ(in.Read(), 'g');
+  ExpectError([] { CBufferedReader r(static_cast<CReader*>(nullptr), 2); }, "Invalid reader.");
+  ExpectError([&] { CBufferedReader r(&source, 0); }, "Invalid buffer size.");
+  in.Close();
+  ExpectError([&] { in.Read(); }, "Reader closed.");
+  ExpectError([&] { in.Close(); }, "Reader closed.");
+}
+
+TEST(BufferedOutputStreamTest, BuffersShortWritesAndPassesLongOnes) {
+  CTestOutputStream sink;
+  CBufferedOutputStream out(&sink, 4);
+  out.Write("abc", 3);  // size - 1: buffered
+  EXPECT_EQ(sink.data, "");
+  out.Write("d", 1);  // fills the buffer: flushed at once
+  EXPECT_EQ(sink.writes, std::vector<int>{4});
+  out.Write("efgh", 4);  // the buffer size: straight through
+  EXPECT_EQ(sink.writes, (std::vector<int>{4, 4}));
+  out.Write("xyz", 1, 2);
+  out.Write("123456", 6);  // flushes "yz" first
+  EXPECT_EQ(sink.writes, (std::vector<int>{4, 4, 2, 6}));
+  EXPECT_EQ(sink.data, "abcdefghyz123456");
+  out.Write(static_cast<const char*>(nullptr), 3);
+  out.Write("q", 0xFFFFFFFFu, 2);  // the range wraps: nothing
+  EXPECT_EQ(sink.data, "abcdefghyz123456");
+}
+
+TEST(BufferedOutputStreamTest, SingleByteWritesLeaveAFullBuffer) {
+  CTestOutputStream sink;
+  CBufferedOutputStream out(&sink, 2);
+  out.Write('a');
+  out.Write('b');
+  EXPECT_EQ(sink.data, "");  // full but not yet written
+  out.Write('c');
+  EXPECT_EQ(sink.data, "ab");
+  out.Flush();
+  EXPECT_EQ(sink.data, "abc");
+  EXPECT_EQ(sink.flushedAt, std::vector<size_t>{3});
+}
+
+TEST(BufferedOutputStreamTest, ConstructionAndClose) {
+  CTestOutputStream sink;
+  ExpectError([&] { CBufferedOutputStream out(&sink, 0); }, "Invaid buffer size.");
+  ExpectError([] { CBufferedOutputStream out(static_cast<COutputStream*>(nullptr), 8); },
+              "Invalid output stream.");
+  vesk_test::Tally tally;
+  CTestOutputStream failing(&tally);
+  failing.failClose = true;
+  CBufferedOutputStream out(&failing, 8);
+  out.Write("xy", 2);
+  EXPECT_THROW(out.Close(), CIOException);
+  EXPECT_EQ(failing.data, "xy");  // flushed before the close
+  out.Close();                    // already closed: silent
+  EXPECT_EQ(tally.closed, 1);
+  ExpectError([&] { out.Write('a'); }, "Stream closed.");
+  ExpectError([&] { out.Write(static_cast<const char*>(nullptr), 1); }, "Stream closed.");
+  ExpectError([&] { out.Flush(); }, "Stream closed.");
+}
+
+}  // namespace

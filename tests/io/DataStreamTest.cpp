@@ -1,0 +1,464 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/io/DataInputStream.h"
+#include "vesk/io/DataOutputStream.h"
+#include "vesk/io/IOException.h"
+#include "vesk/io/JavaDataInputStream.h"
+#include "vesk/io/JavaDataOutputStream.h"
+#include "vesk/io/MemoryInputStream.h"
+#include "vesk/io/MemoryOutputStream.h"
+#include "vesk/platform/Memory.h"
+
+using vesk::base::CException;
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CMemoryException;
+using vesk::base::CRef;
+using vesk::base::CUnicodeString;
+using vesk::io::CDataInputStream;
+using vesk::io::CDataOutputStream;
+using vesk::io::CInputStream;
+using vesk::io::CIOException;
+using vesk::io::CJavaDataInputStream;
+using vesk::io::CJavaDataOutputStream;
+using vesk::io::CMemoryInputStream;
+using vesk::io::CMemoryOutputStream;
+using vesk::io::COutputStream;
+using vesk::io::ISerializable;
+namespace platform = vesk::platform;
+
+namespace {
+
+/// Collects bytes and counts what the data stream did to it.
+class CSink : public COutputStream {
+ public:
+  explicit CSink(int* destroyed = nullptr) : m_destroyed(destroyed) {}
+  ~CSink() override {
+    if (m_destroyed) ++*m_destroyed;
+  }
+  void Write(const char* buffer, unsigned int offset, unsigned int length) override {
+    ++writes;
+    bytes.append(buffer + offset, length);
+  }
+  void Write(const char* buffer, unsigned int length) override { Write(buffer, 0, length); }
+  void Write(char byte) override {
+    ++writes;
+    bytes.push_back(byte);
+  }
+  void Flush() override { ++flushes; }
+  void Close() override {
+    ++closes;
+    if (failClose) throw CIOException("sink", 1, "close failed");
+  }
+
+  std::string bytes;
+  int writes = 0, flushes = 0, closes = 0;
+  bool failClose = false;
+
+ private:
+  int* m_destroyed;
+};
+
+/// Hands out fixed bytes through the array reads only; counts the calls.
+class CSource : public CInputStream {
+ public:
+  explicit CSource(std::string data, int* destroyed = nullptr)
+      : m_data(std::move(data)), m_destroyed(destroyed) {}
+  ~CSource() override {
+    if (m_destroyed) ++*m_destroyed;
+  }
+  unsigned int GetAvailable() const override {
+    return static_cast<unsigned int>(m_data.size() - m_pos);
+  }
+  int Read(char* buffer, unsigned int offset, unsigned int length) override {
+    ++reads;
+    if (length == 0) return 0;
+    if (m_pos >= m_data.size()) return -1;
+    size_t n = std::min<size_t>(length, m_data.size() - m_pos);
+    std::memcpy(buffer + offset, m_data.data() + m_pos, n);
+    m_pos += n;
+    return static_cast<int>(n);
+  }
+  int Skip(unsigned int count) override {
+    skipped += count;
+    return 7;
+  }
+  void Reset() override { ++resets; }
+  void Close() override {
+    ++closes;
+    if (failClose) throw CIOException("source", 1, "close failed");
+  }
+
+  int reads = 0, resets = 0, closes = 0;
+  unsigned int skipped = 0;
+  bool failClose = false;
+
+ private:
+  std::string m_data;
+  size_t m_pos = 0;
+  int* m_destroyed;
+};
+
+std::u16string ToU16(const CUnicodeString& s) {
+  const unsigned short* p = s;
+  return std::u16string(reinterpret_cast<const char16_t*>(p), s.GetLength());
+}
+
+CUnicodeString FromU16(const std::u16string& s) {
+  return CUnicodeString(reinterpret_cast<const unsigned short*>(s.c_str()),
+                        static_cast<unsigned int>(s.size()));
+}
+
+template <class E>
+void ExpectThrow(const std::function<void()>& call, const char* source, const char* description) {
+  try {
+    call();
+    ADD_FAILURE() << "no exception, expected \"" << description << "\"";
+  } catch (const E& e) {
+    EXPECT_STREQ(e.GetSourceFile(), source);
+    EXPECT_STREQ(e.GetErrorDescription(), description);
+  }
+}
+
+/// Bytes written by fill through a fresh stream of type S.
+template <class S = CDataOutputStream, class F>
+std::string Written(F fill) {
+  CSink sink;
+  S out(&sink);
+  fill(out);
+  return sink.bytes;
+}
+
+// --- wire format ---------------------------------------------------------------------------
+
+TEST(DataOutputStream, WireFormat) {
+  using O = CDataOutputStream;
+  EXPECT_EQ(Written([](O& o) { o.WriteInt32(16909060); }), std::string("\x01\x02\x03\x04", 4));
+  EXPECT_EQ(Written([](O& o) { o.WriteInt32(-2); }), std::string("\xFF\xFF\xFF\xFE", 4));
+  EXPECT_EQ(Written([](O& o) { o.WriteUInt32(0xA1B2C3D4u); }), "\xA1\xB2\xC3\xD4");
+  EXPECT_EQ(Written([](O& o) { o.WriteUInt16(43981); }), "\xAB\xCD");
+  EXPECT_EQ(Written([](O& o) { o.WriteInt16(-32768); }), std::string("\x80\x00", 2));
+  // Floating-point values stay in host (little-endian) order.
+  EXPECT_EQ(Written([](O& o) { o.WriteFloat(1.0f); }), std::string("\x00\x00\x80\x3F", 4));
+  EXPECT_EQ(Written([](O& o) { o.WriteDouble(1.0); }),
+            std::string("\x00\x00\x00\x00\x00\x00\xF0\x3F", 8));
+  EXPECT_EQ(Written([](O& o) { o.WriteBool(true); }), "\x01");
+  EXPECT_EQ(Written([](O& o) { o.WriteBool(false); }), std::string(1, '\0'));
+  EXPECT_EQ(Written([](O& o) { o.WriteByte('\x80'); }), "\x80");
+  EXPECT_EQ(Written([](O& o) { o.WriteUByte(0xFE); }), "\xFE");
+
+  // One Write on the wrapped stream per value.
+  CSink sink;
+  CDataOutputStream out(&sink);
+  out << true << 'a' << (unsigned char)1 << (short)2 << 3 << (unsigned short)4 << 5u << 6.0f
+      << 7.0;
+  EXPECT_EQ(sink.writes, 9);
+  EXPECT_EQ(sink.bytes.size(), 1u + 1 + 1 + 2 + 4 + 2 + 4 + 4 + 8);
+}
+
+TEST(DataOutputStream, Strings) {
+  const CUnicodeString hE = FromU16(u"h\u00E9");
+  EXPECT_EQ(Written([&](CDataOutputStream& o) { o.WriteString(hE); }),
+            std::string("\x00\x00\x00\x03\x68\xC3\xA9", 7));
+  EXPECT_EQ(Written<CJavaDataOutputStream>([&](CJavaDataOutputStream& o) { o.WriteString(hE); }),
+            std::string("\x00\x03\x68\xC3\xA9", 5));
+
+  // Empty strings: the native form writes a zero count for an empty
+  // CUnicodeString but nothing at all for an empty or null zero-terminated
+  // text; the compatible form always writes its count.
+  const unsigned short none[] = {0};
+  EXPECT_EQ(Written([](CDataOutputStream& o) { o.WriteString(CUnicodeString()); }),
+            std::string(4, '\0'));
+  EXPECT_EQ(Written([&](CDataOutputStream& o) { o.WriteString(none); }), "");
+  EXPECT_EQ(Written([](CDataOutputStream& o) {
+              o.WriteString(static_cast<const unsigned short*>(nullptr));
+            }),
+            "");
+  EXPECT_EQ(Written<CJavaDataOutputStream>([&](CJavaDataOutputStream& o) { o.WriteString(none); }),
+            std::string(2, '\0'));
+  EXPECT_EQ(Written<CJavaDataOutputStream>([](CJavaDataOutputStream& o) {
+              o.WriteString(static_cast<const unsigned short*>(nullptr));
+            }),
+            std::string(2, '\0'));
+
+  // The operators dispatch through the virtual writers: a compatible
+  // stream behind a base reference writes its own form.
+  const unsigned short ab[] = {'a', 'b', 0};
+  EXPECT_EQ(Written<CJavaDataOutputStream>([&](CJavaDataOutputStream& o) {
+              CDataOutputStream& base = o;
+              base << ab << CUnicodeString(ab);
+            }),
+            std::string("\x00\x02" "ab" "\x00\x02" "ab", 8));
+}
+
+TEST(JavaDataOutputStream, LengthLimit) {
+  CSink sink;
+  CJavaDataOutputStream out(&sink);
+  // 21845 three-byte characters = 65535 bytes: accepted.
+  std::u16string max(21845, u'\u20AC');
+  out.WriteString(FromU16(max));
+  ASSERT_EQ(sink.bytes.size(), 2u + 65535);
+  EXPECT_EQ(sink.bytes.substr(0, 2), "\xFF\xFF");
+  sink.bytes.clear();
+  ExpectThrow<CIOException>([&] { out.WriteString(FromU16(max + u"x")); },
+                            "vesk/io/JavaDataOutputStream", "The specified string is too long.");
+  EXPECT_EQ(sink.bytes, "");
+  // The native form has no such limit.
+  CDataOutputStream native(&sink);
+  native.WriteString(FromU16(max + u"x"));
+  EXPECT_EQ(sink.bytes.substr(0, 4), std::string("\x00\x01\x00\x00", 4));
+}
+
+// --- reading -------------------------------------------------------------------------------
+
+TEST(DataInputStream, RoundTripsEveryTypeInBothForms) {
+  for (bool java : {false, true}) {
+    SCOPED_TRACE(java ? "compatible" : "native");
+    CMemoryOutputStream memory;
+    CDataOutputStream* out = java ? new CJavaDataOutputStream(&memory) : new CDataOutputStream(&memory);
+    const std::u16string text = u"a\u00E9\u20AC\U0001F600z";
+    *out << true << false << '\x85' << (unsigned char)0xC8 << (short)-12345 << -123456789
+         << (unsigned short)65000 << 4000000000u << 3.5f << -2.25e300 << FromU16(text)
+         << CUnicodeString();
+    out->WriteString(FromU16(u"tail"));
+    delete out;
+
+    CMemoryInputStream source(memory.GetBuffer(), memory.GetBufferSize(), false);
+    CDataInputStream* in = java ? new CJavaDataInputStream(&source) : new CDataInputStream(&source);
+    bool t, f;
+    char c;
+    unsigned char uc;
+    short s;
+    int i;
+    unsigned short us;
+    unsigned int ui;
+    float fl;
+    double d;
+    CUnicodeString str, empty;
+    *in >> t >> f >> c >> uc >> s >> i >> us >> ui >> fl >> d >> str >> empty;
+    EXPECT_TRUE(t);
+    EXPECT_FALSE(f);
+    EXPECT_EQ(c, '\x85');
+    EXPECT_EQ(uc, 0xC8);
+    EXPECT_EQ(s, -12345);
+    EXPECT_EQ(i, -123456789);
+    EXPECT_EQ(us, 65000);
+    EXPECT_EQ(ui, 4000000000u);
+    EXPECT_EQ(fl, 3.5f);
+    EXPECT_EQ(d, -2.25e300);
+    EXPECT_EQ(ToU16(str), text);
+    EXPECT_TRUE(empty.IsEmpty());
+    EXPECT_EQ(ToU16(in->ReadString()), u"tail");
+    EXPECT_EQ(in->GetAvailable(), 0u);
+    delete in;
+  }
+}
+
+TEST(DataInputStream, EndOfDataAndOddBytes) {
+  CSource source(std::string("\x02\x01", 2));
+  CDataInputStream in(&source);
+  EXPECT_FALSE(in.ReadBool());  // 02 is not true
+  EXPECT_TRUE(in.ReadBool());
+  // At the end the single-byte reads see EOS (0xFFFF) cut to a byte.
+  EXPECT_FALSE(in.ReadBool());
+  EXPECT_EQ(in.ReadByte(), '\xFF');
+  EXPECT_EQ(in.ReadSByte(), 0xFF);
+  // Numbers do not report the end; the value is merely unspecified.
+  in.ReadInt32();
+  in.ReadDouble();
+  EXPECT_TRUE(in.ReadString().IsEmpty());
+}
+
+TEST(DataInputStream, StringReads) {
+  // A zero byte in the data ends the string; the rest of it is consumed.
+  CSource source(std::string("\x00\x00\x00\x05" "ab\0cd" "\x00\x01" "x", 12));
+  CDataInputStream in(&source);
+  EXPECT_EQ(ToU16(in.ReadString()), u"ab");
+  EXPECT_EQ(in.GetAvailable(), 3u);
+  CJavaDataInputStream java(&source);
+  EXPECT_EQ(ToU16(java.ReadString()), u"x");
+
+  // The count and the bytes each take one read.
+  CSource counted(std::string("\x00\x00\x00\x03" "abc", 7));
+  CDataInputStream in2(&counted);
+  EXPECT_EQ(ToU16(in2.ReadString()), u"abc");
+  EXPECT_EQ(counted.reads, 2);
+
+  // A count beyond the data yields what arrived.
+  CSource shortData(std::string("\x00\x00\x00\x40" "hi", 6));
+  CDataInputStream in3(&shortData);
+  EXPECT_EQ(ToU16(in3.ReadString()), u"hi");
+}
+
+TEST(DataInputStream, StringBufferAllocationFailure) {
+  std::string data("\x00\x00\x00\x03" "abc", 7);
+  CSource source(data);
+  CDataInputStream in(&source);
+  long live = platform::LiveAllocations();
+  platform::FailAllocationAt(1, true);
+  EXPECT_THROW(in.ReadString(), CMemoryException);
+  platform::FailAllocationAt(0);
+  EXPECT_EQ(platform::LiveAllocations(), live);
+}
+
+// --- serializable objects ------------------------------------------------------------
+
+struct Point : ISerializable {
+  int x = 0, y = 0;
+  CUnicodeString name;
+  void ReadFrom(CDataInputStream& in) override { in >> x >> y >> name; }
+  void WriteTo(CDataOutputStream& out) const override { out << x << y << name; }
+};
+
+TEST(DataStreams, ObjectsWriteExactlyTheirHooksBytes) {
+  Point p;
+  p.x = 1;
+  p.y = -1;
+  p.name = FromU16(u"p");
+  std::string bytes = Written([&](CDataOutputStream& o) { o << p; });
+  EXPECT_EQ(bytes, std::string("\x00\x00\x00\x01\xFF\xFF\xFF\xFF\x00\x00\x00\x01p", 13));
+  EXPECT_EQ(Written([&](CDataOutputStream& o) { o.WriteObject(p); }), bytes);
+
+  CSource source(bytes);
+  CDataInputStream in(&source);
+  Point q;
+  in >> q;
+  EXPECT_EQ(q.x, 1);
+  EXPECT_EQ(q.y, -1);
+  EXPECT_EQ(ToU16(q.name), u"p");
+}
+
+// --- construction, forwarding and closing ---------------------------------------------
+
+TEST(DataStreams, ConstructorsRejectMissingStreams) {
+  ExpectThrow<CIllegalArgumentException>([] { CDataInputStream in(CRef<CInputStream>()); },
+                                         "vesk/io/DataInputStream", "Invalid input stream.");
+  ExpectThrow<CIllegalArgumentException>(
+      [] { CDataInputStream in(static_cast<CInputStream*>(nullptr)); }, "vesk/io/DataInputStream",
+      "Invalid intput stream.");
+  ExpectThrow<CIllegalArgumentException>(
+      [] { CJavaDataInputStream in(static_cast<CInputStream*>(nullptr)); },
+      "vesk/io/DataInputStream", "Invalid intput stream.");
+  ExpectThrow<CIllegalArgumentException>([] { CDataOutputStream out(CRef<COutputStream>()); },
+                                         "vesk/io/DataOutputStream", "Invalid output stream.");
+  ExpectThrow<CIllegalArgumentException>(
+      [] { CJavaDataOutputStream out(static_cast<COutputStream*>(nullptr)); },
+      "vesk/io/DataOutputStream", "Invalid output stream.");
+}
+
+TEST(DataStreams, SharedStreamsLiveAsLongAsTheDataStream) {
+  int destroyed = 0;
+  CSink* sink = new CSink(&destroyed);
+  {
+    CRef<COutputStream> ref(sink);
+    CDataOutputStream* out = new CDataOutputStream(ref);
+    EXPECT_EQ(ref.GetRefCount(), 2u);
+    ref = vesk::null;
+    out->WriteInt32(1);
+    EXPECT_EQ(sink->bytes.size(), 4u);
+    delete out;  // neither flushes nor closes
+  }
+  EXPECT_EQ(destroyed, 1);
+
+  destroyed = 0;
+  CSource* source = new CSource("x", &destroyed);
+  CJavaDataInputStream* in = new CJavaDataInputStream(CRef<CInputStream>(source));
+  EXPECT_EQ(in->ReadByte(), 'x');
+  EXPECT_EQ(source->closes, 0);
+  delete in;
+  EXPECT_EQ(destroyed, 1);
+}
+
+TEST(DataStreams, ForwardingAndClose) {
+  CSource source("abcdef");
+  CDataInputStream in(&source);
+  EXPECT_EQ(in.GetAvailable(), 6u);
+  char buf[4] = {};
+  EXPECT_EQ(in.Read(buf, 1, 2), 2);
+  EXPECT_EQ(std::string(buf + 1, 2), "ab");
+  EXPECT_EQ(in.Read(buf, 2), 2);
+  EXPECT_EQ(in.Read(), 'e');
+  EXPECT_EQ(in.Skip(3), 7);  // whatever the wrapped stream answers
+  EXPECT_EQ(source.skipped, 3u);
+  in.Reset();
+  EXPECT_EQ(source.resets, 1);
+
+  CSink sink;
+  CDataOutputStream out(&sink);
+  out.Write("xyz", 1, 2);
+  out.Write("q", 1);
+  out.Write('!');
+  out.Flush();
+  EXPECT_EQ(sink.bytes, "yzq!");
+  EXPECT_EQ(sink.flushes, 1);
+
+  // Closing closes the wrapped stream once; a second close does nothing.
+  in.Close();
+  in.Close();
+  out.Close();
+  out.Close();
+  EXPECT_EQ(source.closes, 1);
+  EXPECT_EQ(sink.closes, 1);
+
+  const char* inSource = "vesk/io/DataInputStream";
+  const char* outSource = "vesk/io/DataOutputStream";
+  std::vector<std::function<void()>> reads = {
+      [&] { in.GetAvailable(); },  [&] { in.Read(buf, 0, 1); }, [&] { in.Read(buf, 1); },
+      [&] { in.Read(); },          [&] { in.Skip(1); },         [&] { in.Reset(); },
+      [&] { in.ReadBool(); },      [&] { in.ReadByte(); },      [&] { in.ReadSByte(); },
+      [&] { in.ReadInt16(); },     [&] { in.ReadUInt16(); },    [&] { in.ReadInt32(); },
+      [&] { in.ReadUInt32(); },    [&] { in.ReadFloat(); },     [&] { in.ReadDouble(); },
+      [&] { in.ReadString(); },    [&] {
+        Point p;
+        in.ReadObject(p);
+      }};
+  for (auto& call : reads) ExpectThrow<CIOException>(call, inSource, "Stream closed.");
+  const unsigned short text[] = {'a', 0};
+  std::vector<std::function<void()>> writes = {
+      [&] { out.Write("a", 0, 1); }, [&] { out.Write("a", 1); },   [&] { out.Write('a'); },
+      [&] { out.Flush(); },          [&] { out.WriteBool(true); }, [&] { out.WriteByte(1); },
+      [&] { out.WriteUByte(1); },    [&] { out.WriteInt16(1); },   [&] { out.WriteUInt16(1); },
+      [&] { out.WriteInt32(1); },    [&] { out.WriteUInt32(1); },  [&] { out.WriteFloat(1); },
+      [&] { out.WriteDouble(1); },   [&] { out.WriteString(text); },
+      [&] { out.WriteString(CUnicodeString()); },
+      [&] { out.WriteString(static_cast<const unsigned short*>(nullptr)); },
+      [&] { out.WriteObject(Point()); }};
+  for (auto& call : writes) ExpectThrow<CIOException>(call, outSource, "Stream closed.");
+  EXPECT_EQ(sink.bytes, "yzq!");
+
+  CSink javaSink;
+  CJavaDataOutputStream javaOut(&javaSink);
+  javaOut.Close();
+  ExpectThrow<CIOException>([&] { javaOut.WriteString(text); }, "vesk/io/JavaDataOutputStream",
+                            "Stream closed.");
+  CJavaDataInputStream javaIn(&source);
+  javaIn.Close();
+  ExpectThrow<CIOException>([&] { javaIn.ReadString(); }, "vesk/io/JavaDataInputStream",
+                            "Stream closed.");
+}
+
+TEST(DataStreams, CloseFailureStillCloses) {
+  CSource source("abc");
+  source.failClose = true;
+  CDataInputStream in(&source);
+  EXPECT_THROW(in.Close(), CIOException);
+  EXPECT_THROW(in.Read(), CIOException);
+  in.Close();
+  EXPECT_EQ(source.closes, 1);
+
+  CSink sink;
+  sink.failClose = true;
+  CDataOutputStream out(&sink);
+  EXPECT_THROW(out.Close(), CIOException);
+  EXPECT_THROW(out.WriteInt32(1), CIOException);
+  out.Close();
+  EXPECT_EQ(sink.closes, 1);
+}
+
+}  // namespace

@@ -1,0 +1,181 @@
+// What every decorator shares: the CRef constructor keeps the wrapped stream
+// alive, the pointer constructor borrows it, Close closes it, destruction
+// neither closes nor flushes it, and a failed construction leaks nothing.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+#include "TestStreams.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/io/Base64OutputStream.h"
+#include "vesk/io/BufferedInputStream.h"
+#include "vesk/io/BufferedOutputStream.h"
+#include "vesk/io/BufferedReader.h"
+#include "vesk/io/CRLFPrintStream.h"
+#include "vesk/io/PrintStream.h"
+#include "vesk/io/PushbackInputStream.h"
+#include "vesk/io/PushbackReader.h"
+#include "vesk/platform/Memory.h"
+
+using vesk::base::CMemoryException;
+using vesk::base::CRef;
+using vesk::io::CInputStream;
+using vesk::io::COutputStream;
+using vesk::io::CReader;
+using vesk_test::Tally;
+namespace io = vesk::io;
+namespace platform = vesk::platform;
+
+namespace {
+
+COutputStream* NewSink(Tally* t) { return new vesk_test::CTestOutputStream(t); }
+CInputStream* NewSource(Tally* t) { return new vesk_test::CTestInputStream("data", 0, t); }
+CReader* NewReader(Tally* t) { return new vesk_test::CTestReader(vesk_test::U16("data"), 0, t); }
+
+template <class D, class Base, class Arg>
+void ExpectOwnership(Base* (*make)(Tally*), Arg arg) {
+  long live = platform::LiveAllocations();
+  {
+    Tally t;
+    {
+      CRef<Base> handle(make(&t));
+      D decorator(handle, arg);
+      EXPECT_EQ(handle.GetRefCount(), 2u);
+      handle = vesk::null;
+      EXPECT_EQ(t.destroyed, 0) << "the decorator must keep the stream alive";
+    }
+    EXPECT_EQ(t.destroyed, 1) << "the decorator must release its handle";
+    EXPECT_EQ(t.closed, 0);
+    EXPECT_EQ(t.flushed, 0);
+  }
+  {
+    Tally t;
+    Base* raw = make(&t);
+    { D decorator(raw, arg); }
+    EXPECT_EQ(t.destroyed, 0) << "a borrowed stream must survive the decorator";
+    EXPECT_EQ(t.closed, 0);
+    EXPECT_EQ(t.flushed, 0);
+    {
+      D decorator(raw, arg);
+      decorator.Close();
+      EXPECT_EQ(t.closed, 1);
+    }
+    delete raw;
+  }
+  EXPECT_EQ(platform::LiveAllocations(), live);
+}
+
+TEST(DecoratorTest, OwnershipFollowsTheConstructor) {
+  {
+    SCOPED_TRACE("CPrintStream");
+    ExpectOwnership<io::CPrintStream>(NewSink, true);
+  }
+  {
+    SCOPED_TRACE("CCRLFPrintStream");
+    ExpectOwnership<io::CCRLFPrintStream>(NewSink, true);
+  }
+  {
+    SCOPED_TRACE("CBase64OutputStream");
+    ExpectOwnership<io::CBase64OutputStream>(NewSink, 76u);
+  }
+  {
+    SCOPED_TRACE("CBufferedOutputStream");
+    ExpectOwnership<io::CBufferedOutputStream>(NewSink, 16u);
+  }
+  {
+    SCOPED_TRACE("CBufferedInputStream");
+    ExpectOwnership<io::CBufferedInputStream>(NewSource, 16u);
+  }
+  {
+    SCOPED_TRACE("CPushbackInputStream");
+    ExpectOwnership<io::CPushbackInputStream>(NewSource, 16u);
+  }
+  {
+    SCOPED_TRACE("CBufferedReader");
+    ExpectOwnership<io::CBufferedReader>(NewReader, 16u);
+  }
+  {
+    SCOPED_TRACE("CPushbackReader");
+    ExpectOwnership<io::CPushbackReader>(NewReader, 16u);
+  }
+}
+
+TEST(DecoratorTest, DestructionDropsUnflushedBytes) {
+  vesk_test::CTestOutputStream sink;
+  {
+    io::CBufferedOutputStream out(&sink, 8);
+    out.Write("abc", 3);
+  }
+  {
+    io::CBase64OutputStream out(&sink, 0);
+    out.Write("ab", 2);
+  }
+  EXPECT_EQ(sink.data, "");
+  EXPECT_TRUE(sink.flushedAt.empty());
+}
+
+template <class D, class Base>
+void ExpectCleanAllocationFailure(Base* (*make)(Tally*)) {
+  Tally t;
+  CRef<Base> handle(make(&t));
+  long live = platform::LiveAllocations();
+  platform::FailAllocationAt(1);
+  EXPECT_THROW(D(handle, 8), CMemoryException);
+  platform::FailAllocationAt(1);
+  EXPECT_THROW(D(handle.Get(), 8), CMemoryException);
+  platform::FailAllocationAt(0);
+  EXPECT_EQ(handle.GetRefCount(), 1u);
+  EXPECT_EQ(platform::LiveAllocations(), live);
+  EXPECT_EQ(t.destroyed, 0);
+}
+
+TEST(DecoratorTest, BufferAllocationFailureThrowsAndLeaksNothing) {
+  ExpectCleanAllocationFailure<io::CBufferedOutputStream>(NewSink);
+  ExpectCleanAllocationFailure<io::CBufferedInputStream>(NewSource);
+  ExpectCleanAllocationFailure<io::CPushbackInputStream>(NewSource);
+  ExpectCleanAllocationFailure<io::CBufferedReader>(NewReader);
+  ExpectCleanAllocationFailure<io::CPushbackReader>(NewReader);
+}
+
+// Reads and writes of every shape on open and closed decorators: nothing may
+// crash or leak (the suite also runs under AddressSanitizer).
+TEST(DecoratorTest, MalformedUseNeverCrashes) {
+  long live = platform::LiveAllocations();
+  {
+    vesk_test::CTestInputStream source(std::string(100, 'x'));
+    io::CBufferedInputStream buffered(&source, 4);
+    io::CPushbackInputStream pushback(&buffered, 2);
+    char b[8];
+    for (unsigned int length : {0u, 1u, 3u, 4u, 5u, 64u}) {
+      pushback.Read(nullptr, length);
+      pushback.Read(nullptr, 3, length);
+      pushback.Read(b, 0);
+      pushback.Read(b, 7, 1);
+      pushback.Unread(nullptr, 0, 1);
+      EXPECT_THROW(pushback.Unread("abc", 3), vesk::io::CIOException);
+    }
+    pushback.Close();
+    EXPECT_THROW(buffered.Read(), vesk::io::CIOException);  // closed through the chain
+    EXPECT_THROW(pushback.Read(b, 8), vesk::io::CIOException);
+    EXPECT_THROW(pushback.Skip(1), vesk::io::CIOException);
+    EXPECT_THROW(pushback.GetAvailable(), vesk::io::CIOException);
+    EXPECT_THROW(pushback.Reset(), vesk::io::CIOException);
+  }
+  {
+    vesk_test::CTestOutputStream sink;
+    io::CBufferedOutputStream buffered(&sink, 4);
+    io::CPrintStream print(&buffered, false);
+    print.Write(static_cast<const char*>(nullptr), 0, 10);
+    print.Write("", 0);
+    print.Print(static_cast<const char*>(nullptr));
+    print.Println("line");
+    print.Close();
+    EXPECT_EQ(sink.data, "line\n");
+    EXPECT_THROW(buffered.Write('x'), vesk::io::CIOException);
+    buffered.Close();
+  }
+  EXPECT_EQ(platform::LiveAllocations(), live);
+}
+
+}  // namespace

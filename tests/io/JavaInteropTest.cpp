@@ -1,0 +1,264 @@
+// Checks the compatible data streams against the JDK's java.io.DataInputStream
+// and java.io.DataOutputStream on this machine. Skipped where no JDK is
+// installed.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "vesk/io/JavaDataInputStream.h"
+#include "vesk/io/JavaDataOutputStream.h"
+#include "vesk/io/MemoryInputStream.h"
+#include "vesk/io/MemoryOutputStream.h"
+
+using vesk::base::CUnicodeString;
+using vesk::io::CDataOutputStream;
+using vesk::io::CJavaDataInputStream;
+using vesk::io::CJavaDataOutputStream;
+using vesk::io::CMemoryInputStream;
+using vesk::io::CMemoryOutputStream;
+
+namespace {
+
+// The Java side. "read <file>" reads the fixed sequence below with
+// DataInputStream and prints one value a line (strings as hex code units);
+// "write <file>" writes the same sequence with DataOutputStream;
+// "bytes <file>" writes the values whose encodings differ on purpose.
+const char kJavaSource[] = R"(
+import java.io.*;
+
+public class VeskInterop {
+  static String units(String s) {
+    StringBuilder b = new StringBuilder("s:");
+    for (int i = 0; i < s.length(); i++) b.append(String.format("%04X", (int) s.charAt(i)));
+    return b.toString();
+  }
+
+  static final int[] INTS = {0, 1, -1, 16909060, Integer.MIN_VALUE, Integer.MAX_VALUE};
+  static final short[] SHORTS = {0, -2, Short.MIN_VALUE, Short.MAX_VALUE};
+  static final byte[] BYTES = {0, 1, -1, -128, 127};
+  static final String[] STRINGS = {"", "hello", "h\u00e9", "\u20ac\u4e2d\u0800\u07ff\u007f\uffff",
+                                   "\u20ac".repeat(21845)};
+
+  public static void main(String[] args) throws Exception {
+    String mode = args[0];
+    if (mode.equals("read")) {
+      DataInputStream in = new DataInputStream(new BufferedInputStream(new FileInputStream(args[1])));
+      for (int i = 0; i < INTS.length; i++) System.out.println("i:" + in.readInt());
+      for (int i = 0; i < SHORTS.length; i++) System.out.println("h:" + in.readShort());
+      System.out.println("H:" + in.readUnsignedShort());
+      System.out.println("z:" + in.readBoolean());
+      System.out.println("z:" + in.readBoolean());
+      for (int i = 0; i < BYTES.length; i++) System.out.println("b:" + in.readByte());
+      System.out.println("B:" + in.readUnsignedByte());
+      for (int i = 0; i < STRINGS.length; i++) System.out.println(units(in.readUTF()));
+      // Our U+0000 is a plain zero byte, which readUTF also accepts.
+      System.out.println(units(in.readUTF()));
+      // A four-byte sequence is not modified UTF-8.
+      try {
+        in.readUTF();
+        System.out.println("accepted");
+      } catch (UTFDataFormatException e) {
+        System.out.println("malformed");
+      }
+      System.out.println("eof:" + in.read());
+    } else if (mode.equals("write")) {
+      DataOutputStream out = new DataOutputStream(new FileOutputStream(args[1]));
+      for (int v : INTS) out.writeInt(v);
+      for (short v : SHORTS) out.writeShort(v);
+      out.writeShort(65535);
+      out.writeBoolean(true);
+      out.writeBoolean(false);
+      for (byte v : BYTES) out.writeByte(v);
+      out.writeByte(200);
+      for (String s : STRINGS) out.writeUTF(s);
+      out.close();
+    } else {
+      DataOutputStream out = new DataOutputStream(new FileOutputStream(args[1]));
+      out.writeFloat(1.0f);
+      out.writeDouble(1.0);
+      out.writeUTF("a\u0000b");
+      out.writeUTF("\ud83d\ude00");
+      out.close();
+    }
+  }
+}
+)";
+
+const int kInts[] = {0, 1, -1, 16909060, -2147483647 - 1, 2147483647};
+const short kShorts[] = {0, -2, -32768, 32767};
+const char kBytes[] = {0, 1, -1, -128, 127};
+
+std::vector<std::u16string> Strings() {
+  return {u"", u"hello", u"h\u00e9", u"\u20ac\u4e2d\u0800\u07ff\u007f\uffff",
+          std::u16string(21845, u'\u20ac')};
+}
+
+CUnicodeString FromU16(const std::u16string& s) {
+  return CUnicodeString(reinterpret_cast<const unsigned short*>(s.c_str()),
+                        static_cast<unsigned int>(s.size()));
+}
+
+std::u16string ToU16(const CUnicodeString& s) {
+  const unsigned short* p = s;
+  return std::u16string(reinterpret_cast<const char16_t*>(p), s.GetLength());
+}
+
+std::string Units(const std::u16string& s) {
+  std::string out = "s:";
+  char hex[8];
+  for (char16_t c : s) {
+    std::snprintf(hex, sizeof hex, "%04X", static_cast<unsigned>(c));
+    out += hex;
+  }
+  return out;
+}
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream f(path, std::ios::binary);
+  std::ostringstream s;
+  s << f.rdbuf();
+  return s.str();
+}
+
+void WriteFile(const std::string& path, const char* data, unsigned int length) {
+  std::ofstream f(path, std::ios::binary);
+  f.write(data, length);
+}
+
+std::string Run(const std::string& command, int* status) {
+  std::string out;
+  FILE* p = popen(command.c_str(), "r");
+  if (!p) {
+    *status = -1;
+    return out;
+  }
+  char buf[4096];
+  size_t n;
+  while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
+  *status = pclose(p);
+  return out;
+}
+
+class JavaInterop : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    if (std::system("javac -version >/dev/null 2>&1") != 0 ||
+        std::system("java -version >/dev/null 2>&1") != 0) {
+      return;
+    }
+    char dir[] = "/tmp/vesk_java_XXXXXX";
+    if (!mkdtemp(dir)) return;
+    s_dir = dir;
+    std::ofstream(s_dir + "/VeskInterop.java") << kJavaSource;
+    int status;
+    s_compileLog = Run("javac -d " + s_dir + " " + s_dir + "/VeskInterop.java 2>&1", &status);
+    s_ready = status == 0;
+  }
+  static void TearDownTestSuite() {
+    if (!s_dir.empty()) std::system(("rm -rf " + s_dir).c_str());
+  }
+  void SetUp() override {
+    if (s_dir.empty()) GTEST_SKIP() << "no JDK (java, javac) installed; JDK interop not checked";
+    ASSERT_TRUE(s_ready) << "javac failed:\n" << s_compileLog;
+  }
+  static std::string Java(const std::string& mode, const std::string& file, int* status) {
+    return Run("java -cp " + s_dir + " VeskInterop " + mode + " " + file + " 2>&1", status);
+  }
+
+  static std::string s_dir;
+  static std::string s_compileLog;
+  static bool s_ready;
+};
+
+std::string JavaInterop::s_dir;
+std::string JavaInterop::s_compileLog;
+bool JavaInterop::s_ready = false;
+
+TEST_F(JavaInterop, JdkReadsWhatWeWrite) {
+  CMemoryOutputStream memory;
+  CJavaDataOutputStream out(&memory);
+  for (int v : kInts) out << v;
+  for (short v : kShorts) out << v;
+  out << static_cast<unsigned short>(65535) << true << false;
+  for (char v : kBytes) out << v;
+  out << static_cast<unsigned char>(200);
+  for (const std::u16string& s : Strings()) out << FromU16(s);
+  out << FromU16(std::u16string(u"a\0b", 3));
+  out << FromU16(u"\U0001F600");
+  std::string file = s_dir + "/ours.bin";
+  WriteFile(file, memory.GetBuffer(), memory.GetBufferSize());
+
+  std::string expected;
+  for (int v : kInts) expected += "i:" + std::to_string(v) + "\n";
+  for (short v : kShorts) expected += "h:" + std::to_string(v) + "\n";
+  expected += "H:65535\nz:true\nz:false\n";
+  for (char v : kBytes) expected += "b:" + std::to_string(static_cast<int>(v)) + "\n";
+  expected += "B:200\n";
+  for (const std::u16string& s : Strings()) expected += Units(s) + "\n";
+  expected += "s:006100000062\nmalformed\neof:-1\n";
+
+  int status;
+  std::string printed = Java("read", file, &status);
+  EXPECT_EQ(status, 0) << printed;
+  EXPECT_EQ(printed, expected);
+}
+
+TEST_F(JavaInterop, WeReadWhatJdkWrites) {
+  std::string file = s_dir + "/theirs.bin";
+  int status;
+  std::string log = Java("write", file, &status);
+  ASSERT_EQ(status, 0) << log;
+  std::string bytes = ReadFile(file);
+
+  CMemoryInputStream source(bytes.data(), static_cast<unsigned int>(bytes.size()), false);
+  CJavaDataInputStream in(&source);
+  for (int v : kInts) EXPECT_EQ(in.ReadInt32(), v);
+  for (short v : kShorts) EXPECT_EQ(in.ReadInt16(), v);
+  EXPECT_EQ(in.ReadUInt16(), 65535);
+  EXPECT_TRUE(in.ReadBool());
+  EXPECT_FALSE(in.ReadBool());
+  for (char v : kBytes) EXPECT_EQ(in.ReadByte(), v);
+  EXPECT_EQ(in.ReadSByte(), 200);
+  for (const std::u16string& s : Strings()) EXPECT_EQ(ToU16(in.ReadString()), s);
+  EXPECT_EQ(in.GetAvailable(), 0u);
+}
+
+// Where the formats differ on purpose: floating-point values travel in host
+// (little-endian) order here and big-endian in the JDK; U+0000 is a zero
+// byte here and C0 80 there; a character outside the Basic Multilingual
+// Plane is one four-byte UTF-8 sequence here and two three-byte surrogate
+// sequences there.
+TEST_F(JavaInterop, DeliberateDifferencesInTheBytes) {
+  std::string file = s_dir + "/differ.bin";
+  int status;
+  std::string log = Java("bytes", file, &status);
+  ASSERT_EQ(status, 0) << log;
+  std::string theirs = ReadFile(file);
+  const std::string jdkFloat("\x3F\x80\x00\x00", 4);
+  const std::string jdkDouble("\x3F\xF0\x00\x00\x00\x00\x00\x00", 8);
+  const std::string jdkNul("\x00\x04" "a\xC0\x80" "b", 6);
+  const std::string jdkSupplementary("\x00\x06\xED\xA0\xBD\xED\xB8\x80", 8);
+  ASSERT_EQ(theirs, jdkFloat + jdkDouble + jdkNul + jdkSupplementary);
+
+  CMemoryOutputStream memory;
+  CJavaDataOutputStream out(&memory);
+  out << 1.0f << 1.0 << FromU16(std::u16string(u"a\0b", 3)) << FromU16(u"\U0001F600");
+  std::string ours(memory.GetBuffer(), memory.GetBufferSize());
+  EXPECT_EQ(ours, std::string("\x00\x00\x80\x3F", 4) +
+                      std::string("\x00\x00\x00\x00\x00\x00\xF0\x3F", 8) +
+                      std::string("\x00\x03" "a\x00" "b", 5) +
+                      std::string("\x00\x04\xF0\x9F\x98\x80", 6));
+
+  // So the JDK's floating-point bytes do not read back as the same value.
+  CMemoryInputStream source(theirs.data(), 12, false);
+  CJavaDataInputStream in(&source);
+  EXPECT_NE(in.ReadFloat(), 1.0f);
+  EXPECT_NE(in.ReadDouble(), 1.0);
+}
+
+}  // namespace

@@ -1,0 +1,170 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "TestStreams.h"
+#include "vesk/base/Exception.h"
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/String.h"
+#include "vesk/io/CRLFPrintStream.h"
+#include "vesk/io/IOException.h"
+#include "vesk/io/MemoryOutputStream.h"
+#include "vesk/io/PrintStream.h"
+#include "vesk/io/XMLException.h"
+
+using vesk::base::CException;
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CRef;
+using vesk::base::CString;
+using vesk::io::CCRLFPrintStream;
+using vesk::io::CIOException;
+using vesk::io::CMemoryOutputStream;
+using vesk::io::COutputStream;
+using vesk::io::CPrintStream;
+using vesk_test::CTestOutputStream;
+
+namespace {
+
+std::string Bytes(const CMemoryOutputStream& out) {
+  return std::string(out.GetBuffer() ? out.GetBuffer() : "", out.GetBufferSize());
+}
+
+template <class F>
+std::string Printed(F print) {
+  CTestOutputStream sink;
+  CPrintStream out(&sink, false);
+  print(out);
+  return sink.data;
+}
+
+TEST(PrintStreamTest, ValuesUseTheirPrintfNotation) {
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(1.5f); }), "1.5");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(0.1); }), "0.1");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(1e20); }), "1e+20");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(-7); }), "-7");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(-2147483647 - 1); }), "-2147483648");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(4294967295u); }), "4294967295");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(static_cast<short>(-32768)); }), "-32768");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(true); }), "true");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(false); }), "false");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print('x'); }), "x");
+  // A NUL character is a byte of output like any other.
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print('\0'); }), std::string(1, '\0'));
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print("text"); }), "text");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(static_cast<const char*>(nullptr)); }), "");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(CString("abc")); }), "abc");
+  EXPECT_EQ(Printed([](CPrintStream& o) { o.Print(CString()); }), "");
+}
+
+TEST(PrintStreamTest, LinesEndWithTheHostLineEnd) {
+  EXPECT_EQ(Printed([](CPrintStream& o) {
+              o.Println(12);
+              o.Println();
+              o.Println("a");
+            }),
+            "12\n\na\n");
+}
+
+TEST(PrintStreamTest, CRLFStreamAutoFlushesOnceAfterTheLineEnd) {
+  CTestOutputStream sink;
+  CCRLFPrintStream out(&sink, true);
+  out.Print(1);
+  EXPECT_TRUE(sink.flushedAt.empty()) << "plain Print must not flush";
+  out.Println(true);
+  EXPECT_EQ(sink.data, "1true\r\n");
+  ASSERT_EQ(sink.flushedAt.size(), 1u);
+  EXPECT_EQ(sink.flushedAt[0], sink.data.size());
+}
+
+TEST(PrintStreamTest, ConstructorsRejectMissingStreams) {
+  try {
+    CPrintStream out(static_cast<COutputStream*>(nullptr), false);
+    FAIL();
+  } catch (const CIllegalArgumentException& e) {
+    EXPECT_STREQ(e.GetErrorDescription(), "Invalid output stream.");
+    EXPECT_STREQ(e.GetSourceFile(), "vesk/io/PrintStream");
+  }
+  try {
+    CPrintStream out(CRef<COutputStream>(), false);
+    FAIL();
+  } catch (const CIllegalArgumentException& e) {
+    EXPECT_STREQ(e.GetErrorDescription(), "Invalid ooutput stream.");
+  }
+  try {
+    CCRLFPrintStream out(CRef<COutputStream>(), false);
+    FAIL();
+  } catch (const CIllegalArgumentException& e) {
+    EXPECT_STREQ(e.GetErrorDescription(), "Invalid ooutput stream.");
+    EXPECT_STREQ(e.GetSourceFile(), "vesk/io/CRLFPrintStream");
+  }
+}
+
+TEST(PrintStreamTest, CloseFlushesClosesOnceAndLeavesTheStreamClosed) {
+  vesk_test::Tally tally;
+  CTestOutputStream sink(&tally);
+  sink.failClose = true;
+  CPrintStream out(&sink, false);
+  EXPECT_THROW(out.Close(), CIOException);
+  EXPECT_EQ(tally.flushed, 1);
+  EXPECT_EQ(tally.closed, 1);
+  out.Close();  // silent the second time
+  EXPECT_EQ(tally.closed, 1);
+  for (auto op : {+[](CPrintStream& o) { o.Print(1); }, +[](CPrintStream& o) { o.Println(); },
+                  +[](CPrintStream& o) { o.Write('x'); }, +[](CPrintStream& o) { o.Flush(); },
+                  +[](CPrintStream& o) { o.Println("x"); }}) {
+    try {
+      op(out);
+      ADD_FAILURE() << "operation on a closed print stream did not throw";
+    } catch (const CIOException& e) {
+      EXPECT_STREQ(e.GetErrorDescription(), "Stream closed.");
+    }
+  }
+  EXPECT_EQ(sink.data, "");
+}
+
+// The report of an exception printed through a CR LF print stream, byte for
+// byte, for each combination of the optional blocks.
+const char kHeader[] =
+    "--- Exception occured ----------------------------------------------------------\r\n";
+const char kDetails[] =
+    "--- Details --------------------------------------------------------------------\r\n";
+
+std::string Report(const CException& e) {
+  CMemoryOutputStream memory(0, 0);
+  CCRLFPrintStream out(&memory, false);
+  e.Print(out);
+  return Bytes(memory);
+}
+
+TEST(ExceptionReportTest, BareExceptionPrintsTwoLines) {
+  EXPECT_EQ(Report(CException(nullptr, 0, nullptr, nullptr)),
+            std::string(kHeader) + "\tvesk::base::CException\r\n");
+}
+
+TEST(ExceptionReportTest, LineZeroHidesTheLocation) {
+  EXPECT_EQ(Report(CException("vesk/base/Class", 0, nullptr, nullptr)),
+            std::string(kHeader) + "\tvesk::base::CException\r\n");
+  EXPECT_EQ(Report(CException(nullptr, 12, "What.", nullptr)),
+            std::string(kHeader) + "\tvesk::base::CException\r\n" + kDetails +
+                "\tError description :\r\n\t\tWhat.\r\n");
+}
+
+TEST(ExceptionReportTest, MessageOnly) {
+  EXPECT_EQ(Report(CIOException(nullptr, 0, nullptr, "Disk on fire.")),
+            std::string(kHeader) + "\tvesk::io::CIOException\r\n" + kDetails +
+                "\tMessage : \r\n\t\tDisk on fire.\r\n");
+}
+
+TEST(ExceptionReportTest, AllBlocksUseTheDynamicClass) {
+  vesk::io::CXMLException xml("vesk/io/XMLTextWriter", 4294967295u, "Invalid name.", "a<b");
+  const CException& asBase = xml;
+  EXPECT_EQ(Report(asBase), std::string(kHeader) + "\tvesk::io::CXMLException\r\n" + kDetails +
+                                "\tLocation :\r\n\t\tvesk/io/XMLTextWriter(-1)\r\n"
+                                "\tError description :\r\n\t\tInvalid name.\r\n"
+                                "\tMessage : \r\n\t\ta<b\r\n");
+  EXPECT_EQ(Report(CException("vesk/base/Class", 221, nullptr, nullptr)),
+            std::string(kHeader) + "\tvesk::base::CException\r\n" + kDetails +
+                "\tLocation :\r\n\t\tvesk/base/Class(221)\r\n");
+}
+
+}  // namespace

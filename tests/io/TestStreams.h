@@ -1,0 +1,120 @@
+// Scripted streams for the stream tests: they record what a decorator does to
+// them, count closes, flushes and destructions, and can be told to fail.
+#ifndef VESK_TESTS_IO_TESTSTREAMS_H
+#define VESK_TESTS_IO_TESTSTREAMS_H
+
+#include <string>
+#include <vector>
+
+#include "vesk/io/IOException.h"
+#include "vesk/io/InputStream.h"
+#include "vesk/io/OutputStream.h"
+#include "vesk/io/Reader.h"
+
+namespace vesk_test {
+
+/// What happened to a test stream, kept outside it so it can be read after
+/// the stream is gone.
+struct Tally {
+  int destroyed = 0;
+  int closed = 0;
+  int flushed = 0;
+  int resets = 0;
+};
+
+/// Collects bytes; records the length of every array write (-1 for a single
+/// byte write).
+class CTestOutputStream : public vesk::io::COutputStream {
+ public:
+  explicit CTestOutputStream(Tally* tally = nullptr) : m_tally(tally ? tally : &m_own) {}
+  ~CTestOutputStream() override { ++m_tally->destroyed; }
+
+  void Write(const char* buffer, unsigned int offset, unsigned int length) override {
+    if (!buffer) return;
+    writes.push_back(static_cast<int>(length));
+    data.append(buffer + offset, length);
+  }
+  void Write(const char* buffer, unsigned int length) override { Write(buffer, 0, length); }
+  void Write(char byte) override {
+    writes.push_back(-1);
+    data.push_back(byte);
+  }
+  void Flush() override {
+    ++m_tally->flushed;
+    flushedAt.push_back(data.size());
+  }
+  void Close() override {
+    ++m_tally->closed;
+    if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
+  }
+
+  std::string data;
+  std::vector<int> writes;
+  std::vector<size_t> flushedAt;  // data size at each Flush
+  bool failClose = false;
+
+ private:
+  Tally m_own;
+  Tally* m_tally;
+};
+
+/// Hands out a fixed text, at most chunk bytes per array read (0: no limit).
+/// Skip is the contract's default unless nativeSkip is set.
+template <class Base, class Unit>
+class CScriptedSource : public Base {
+ public:
+  CScriptedSource(std::basic_string<Unit> text, unsigned int chunk = 0, Tally* tally = nullptr)
+      : data(std::move(text)), m_chunk(chunk), m_tally(tally ? tally : &m_own) {}
+  ~CScriptedSource() override { ++m_tally->destroyed; }
+
+  using Base::Read;
+  int Read(Unit* buffer, unsigned int offset, unsigned int length) override {
+    requests.push_back(length);
+    if (length == 0) return 0;
+    if (position >= data.size()) return -1;
+    size_t n = data.size() - position;
+    if (n > length) n = length;
+    if (m_chunk && n > m_chunk) n = m_chunk;
+    data.copy(buffer + offset, n, position);
+    position += n;
+    return static_cast<int>(n);
+  }
+  void Reset() override {
+    ++m_tally->resets;
+    position = 0;
+  }
+  void Close() override {
+    ++m_tally->closed;
+    if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
+  }
+
+  std::basic_string<Unit> data;
+  size_t position = 0;
+  std::vector<unsigned int> requests;  // lengths asked for by array reads
+  bool failClose = false;
+
+ protected:
+  unsigned int m_chunk;
+  Tally m_own;
+  Tally* m_tally;
+};
+
+class CTestInputStream : public CScriptedSource<vesk::io::CInputStream, char> {
+ public:
+  using CScriptedSource::CScriptedSource;
+  unsigned int GetAvailable() const override {
+    return static_cast<unsigned int>(data.size() - position);
+  }
+};
+
+using CTestReader = CScriptedSource<vesk::io::CReader, unsigned short>;
+
+inline std::basic_string<unsigned short> U16(const char* ascii) {
+  std::basic_string<unsigned short> s;
+  for (; *ascii; ++ascii) s.push_back(static_cast<unsigned char>(*ascii));
+  return s;
+}
+
+}  // namespace vesk_test
+
+#endif
