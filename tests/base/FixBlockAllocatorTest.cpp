@@ -1,0 +1,211 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <thread>
+#include <vector>
+
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/internal/FixBlockAllocator.h"
+#include "vesk/base/internal/StringPools.h"
+#include "vesk/platform/Memory.h"
+
+using vesk::base::CFixBlockAllocator;
+using vesk::base::CMemoryException;
+namespace platform = vesk::platform;
+namespace internal = vesk::base::internal;
+
+namespace {
+
+// Resets fault injection even when a test fails half-way.
+struct FaultGuard {
+  ~FaultGuard() { platform::FailAllocationAt(0); }
+};
+
+TEST(FixBlockAllocator, FirstAllocationGrowsByFourAndKeepsThree) {
+  CFixBlockAllocator pool(100, 4);
+  EXPECT_EQ(0u, pool.GetUsedCount());
+  EXPECT_EQ(0u, pool.GetFreeCount());
+  long live = platform::LiveAllocations();
+  unsigned long before = platform::AllocationCount();
+  void* p = pool.Allocate();
+  ASSERT_NE(nullptr, p);
+  EXPECT_EQ(4u, platform::AllocationCount() - before);
+  EXPECT_EQ(4, platform::LiveAllocations() - live);
+  EXPECT_EQ(1u, pool.GetUsedCount());
+  EXPECT_EQ(3u, pool.GetFreeCount());
+  std::memset(p, 0xAB, 100);  // the whole payload is ours (ASan checks)
+  // The next three come from the reserve without touching the heap.
+  void* more[3];
+  for (void*& q : more) q = pool.Allocate();
+  EXPECT_EQ(4u, platform::AllocationCount() - before);
+  EXPECT_EQ(0u, pool.GetFreeCount());
+  pool.Allocate();
+  EXPECT_EQ(8u, platform::AllocationCount() - before);
+  EXPECT_EQ(5u, pool.GetUsedCount());
+  EXPECT_EQ(3u, pool.GetFreeCount());
+  pool.Destroy();
+  EXPECT_EQ(0u, pool.GetUsedCount());
+  EXPECT_EQ(0u, pool.GetFreeCount());
+  EXPECT_EQ(live, platform::LiveAllocations());
+}
+
+TEST(FixBlockAllocator, DrainingEightKeepsAReserveOfFour) {
+  CFixBlockAllocator pool(76, 4);
+  long live = platform::LiveAllocations();
+  std::vector<void*> blocks;
+  for (int i = 0; i < 8; ++i) blocks.push_back(pool.Allocate());
+  EXPECT_EQ(8u, pool.GetUsedCount());
+  EXPECT_EQ(0u, pool.GetFreeCount());
+  // Free counts after each free: no trimming while 70 % or more are in use
+  // or the reserve is at most the grow count; then back to 4 each time.
+  const unsigned int expectedFree[8] = {1, 2, 3, 4, 4, 4, 4, 4};
+  for (int i = 0; i < 8; ++i) {
+    pool.Free(blocks[i]);
+    EXPECT_EQ(expectedFree[i], pool.GetFreeCount()) << "after free " << i + 1;
+    EXPECT_EQ(static_cast<unsigned int>(7 - i), pool.GetUsedCount());
+    EXPECT_EQ(static_cast<long>(pool.GetFreeCount() + pool.GetUsedCount()),
+              platform::LiveAllocations() - live);
+  }
+}
+
+TEST(FixBlockAllocator, ShrinkReleasesHalfTheExcessInSinglePrecision) {
+  CFixBlockAllocator pool(16, 4);
+  long live = platform::LiveAllocations();
+  std::vector<void*> blocks;
+  for (int i = 0; i < 40; ++i) blocks.push_back(pool.Allocate());
+  // 28 of 40 in use is exactly 0.7 in single precision: not below, no trim.
+  for (int i = 0; i < 12; ++i) pool.Free(blocks[i]);
+  EXPECT_EQ(12u, pool.GetFreeCount());
+  // 27 of 40: an excess of 9 over the grow count; 5 go back, 8 stay.
+  pool.Free(blocks[12]);
+  EXPECT_EQ(8u, pool.GetFreeCount());
+  EXPECT_EQ(27u, pool.GetUsedCount());
+  // Then the reserve rises by one per free until the next trim halves the excess.
+  const unsigned int expectedFree[27] = {9, 10, 7, 8, 9, 7, 8, 6, 7, 6, 5, 6, 5, 5,
+                                         5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5};
+  for (int i = 13; i < 40; ++i) {
+    pool.Free(blocks[i]);
+    EXPECT_EQ(expectedFree[i - 13], pool.GetFreeCount()) << "after free " << i + 1;
+  }
+  EXPECT_EQ(0u, pool.GetUsedCount());
+  EXPECT_EQ(static_cast<long>(pool.GetFreeCount()), platform::LiveAllocations() - live);
+  // Settled: each free brings the reserve to 6, an excess of 2 of which 1 goes.
+  EXPECT_EQ(5u, pool.GetFreeCount());
+}
+
+TEST(FixBlockAllocator, NullFreeAndEmptyDestroyDoNothing) {
+  CFixBlockAllocator pool(64, 4);
+  long live = platform::LiveAllocations();
+  pool.Free(nullptr);
+  pool.Destroy();
+  EXPECT_EQ(0u, pool.GetUsedCount());
+  EXPECT_EQ(0u, pool.GetFreeCount());
+  EXPECT_EQ(live, platform::LiveAllocations());
+}
+
+TEST(FixBlockAllocator, UsedListSurvivesFreeingInAnyOrder) {
+  CFixBlockAllocator pool(8, 4);
+  long live = platform::LiveAllocations();
+  void* a = pool.Allocate();
+  void* b = pool.Allocate();
+  void* c = pool.Allocate();
+  pool.Free(b);  // middle of the used list
+  pool.Free(c);  // head
+  void* d = pool.Allocate();
+  EXPECT_EQ(c, d);  // the most recently returned block comes back first
+  pool.Free(a);     // tail
+  pool.Free(d);
+  EXPECT_EQ(0u, pool.GetUsedCount());
+  pool.Destroy();
+  EXPECT_EQ(live, platform::LiveAllocations());
+}
+
+TEST(FixBlockAllocator, PartialGrowthIsAbsorbedAndTotalFailureThrows) {
+  FaultGuard guard;
+  CFixBlockAllocator pool(32, 4);
+  long live = platform::LiveAllocations();
+  platform::FailAllocationAt(3);  // the third block of the growth fails
+  void* p = pool.Allocate();
+  platform::FailAllocationAt(0);
+  ASSERT_NE(nullptr, p);
+  EXPECT_EQ(1u, pool.GetUsedCount());
+  EXPECT_EQ(1u, pool.GetFreeCount());
+  pool.Allocate();  // from the reserve, no heap call
+  platform::FailAllocationAt(1, true);
+  try {
+    pool.Allocate();
+    FAIL() << "no exception";
+  } catch (const CMemoryException& e) {
+    EXPECT_STREQ("vesk/base/FixBlockAllocator", e.GetSourceFile());
+  }
+  platform::FailAllocationAt(0);
+  EXPECT_EQ(2u, pool.GetUsedCount());
+  EXPECT_EQ(0u, pool.GetFreeCount());
+  pool.Destroy();
+  EXPECT_EQ(live, platform::LiveAllocations());
+}
+
+TEST(FixBlockAllocator, ClosedPoolPassesBlocksThroughToTheHeap) {
+  CFixBlockAllocator pool(32, 4);
+  long live = platform::LiveAllocations();
+  void* kept = pool.Allocate();
+  pool.Close();
+  EXPECT_EQ(0u, pool.GetFreeCount());
+  EXPECT_EQ(1, platform::LiveAllocations() - live);
+  std::memset(kept, 1, 32);  // still valid after closing
+  void* late = pool.Allocate();
+  EXPECT_EQ(2, platform::LiveAllocations() - live);
+  pool.Free(late);
+  pool.Free(kept);
+  EXPECT_EQ(0u, pool.GetFreeCount());
+  EXPECT_EQ(live, platform::LiveAllocations());
+}
+
+TEST(FixBlockAllocator, ThreadsShareOnePool) {
+  CFixBlockAllocator pool(24, 4);
+  long live = platform::LiveAllocations();
+  auto work = [&pool](unsigned char mark) {
+    std::vector<unsigned char*> held;
+    for (int round = 0; round < 2000; ++round) {
+      for (int i = 0; i < 5; ++i) {
+        unsigned char* p = static_cast<unsigned char*>(pool.Allocate());
+        std::memset(p, mark, 24);
+        held.push_back(p);
+      }
+      for (unsigned char* p : held) {
+        for (int i = 0; i < 24; ++i) ASSERT_EQ(mark, p[i]);
+        pool.Free(p);
+      }
+      held.clear();
+    }
+  };
+  std::thread t1(work, 1), t2(work, 2), t3(work, 3);
+  t1.join();
+  t2.join();
+  t3.join();
+  EXPECT_EQ(0u, pool.GetUsedCount());
+  EXPECT_EQ(static_cast<long>(pool.GetFreeCount()), platform::LiveAllocations() - live);
+  pool.Destroy();
+}
+
+TEST(StringPools, SizeClassesAndBlockSizes) {
+  const unsigned int narrow[5] = {76, 140, 268, 524, 1036};
+  const unsigned int wide[5] = {140, 268, 524, 1036, 2060};
+  const unsigned int classes[5] = {64, 128, 256, 512, 1024};
+  for (int i = 0; i < 5; ++i) {
+    EXPECT_EQ(narrow[i], internal::NarrowStringPool(classes[i])->GetBlockSize());
+    EXPECT_EQ(wide[i], internal::WideStringPool(classes[i])->GetBlockSize());
+    EXPECT_EQ(4u, internal::NarrowStringPool(classes[i])->GetGrowCount());
+    // One more than the class below still belongs to this class.
+    if (i > 0) EXPECT_EQ(internal::NarrowStringPool(classes[i]),
+                         internal::NarrowStringPool(classes[i - 1] + 1));
+  }
+  EXPECT_EQ(internal::NarrowStringPool(64), internal::NarrowStringPool(1));
+  EXPECT_EQ(nullptr, internal::NarrowStringPool(1025));
+  EXPECT_EQ(nullptr, internal::WideStringPool(1025));
+  EXPECT_EQ(64u, internal::StringCapacityClass(0));
+  EXPECT_EQ(1024u, internal::StringCapacityClass(1024));
+  EXPECT_EQ(1025u, internal::StringCapacityClass(1025));
+}
+
+}  // namespace

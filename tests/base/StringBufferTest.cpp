@@ -1,0 +1,140 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/String.h"
+#include "vesk/base/StringBuffer.h"
+#include "vesk/platform/Memory.h"
+
+using vesk::base::CMemoryException;
+using vesk::base::CString;
+using vesk::base::CStringBuffer;
+namespace platform = vesk::platform;
+
+namespace {
+
+struct FaultGuard {
+  ~FaultGuard() { platform::FailAllocationAt(0); }
+};
+
+TEST(StringBuffer, GrowthStepIsAtLeastEightAndRoundsUp) {
+  CStringBuffer small(3);
+  EXPECT_EQ(8u, small.GetGrowthStep());
+  EXPECT_EQ(0u, small.GetCapacity());
+  EXPECT_EQ(nullptr, static_cast<char*>(small));
+  small.EnsureCapacity(10);
+  EXPECT_EQ(16u, small.GetCapacity());
+  small.EnsureCapacity(16);
+  EXPECT_EQ(16u, small.GetCapacity());
+  small.EnsureCapacity(17);
+  EXPECT_EQ(24u, small.GetCapacity());
+  CStringBuffer odd(0, 10);
+  odd.EnsureCapacity(21);
+  EXPECT_EQ(30u, odd.GetCapacity());
+}
+
+TEST(StringBuffer, InitialCapacityIsZeroFilled) {
+  CStringBuffer b(20, 8);
+  ASSERT_EQ(24u, b.GetCapacity());
+  const char* p = b;
+  for (unsigned int i = 0; i < b.GetCapacity(); ++i) EXPECT_EQ('\0', p[i]);
+  EXPECT_TRUE(b.IsEmpty());
+  EXPECT_EQ(0u, b.GetSize());
+}
+
+TEST(StringBuffer, AppendsAndAssigns) {
+  CStringBuffer b(8);
+  b += 'a';
+  EXPECT_EQ(8u, b.GetCapacity());
+  b += "bcdefgh";
+  EXPECT_STREQ("abcdefgh", b);
+  EXPECT_EQ(16u, b.GetCapacity());
+  b += CString("ij");
+  b += static_cast<const char*>(nullptr);
+  const unsigned short euro[] = {0x20AC, 0xD800, 0};
+  b += euro;
+  EXPECT_STREQ("abcdefghij\xe2\x82\xac?", b);
+  EXPECT_EQ(14u, b.GetSize());
+  b = "new";
+  EXPECT_STREQ("new", b);
+  b = CString("str");
+  EXPECT_STREQ("str", b);
+  b = euro;
+  EXPECT_STREQ("\xe2\x82\xac?", b);
+  b = static_cast<const char*>(nullptr);
+  EXPECT_TRUE(b.IsEmpty());
+  EXPECT_EQ(16u, b.GetCapacity());  // the array is kept
+}
+
+TEST(StringBuffer, CopiesAreIndependent) {
+  CStringBuffer a(12);
+  a += "original";
+  CStringBuffer b(a);
+  EXPECT_EQ(12u, b.GetGrowthStep());
+  b += "!";
+  EXPECT_STREQ("original", a);
+  EXPECT_STREQ("original!", b);
+  a = b;
+  EXPECT_STREQ("original!", a);
+  EXPECT_NE(static_cast<char*>(a), static_cast<char*>(b));
+  a = a;
+  EXPECT_STREQ("original!", a);
+}
+
+TEST(StringBuffer, AppendingItsOwnTextAcrossAGrowth) {
+  CStringBuffer b(8);
+  b += "abcdefg";  // capacity 8, full
+  b += static_cast<char*>(b);
+  EXPECT_STREQ("abcdefgabcdefg", b);
+  b += static_cast<char*>(b) + 7;
+  EXPECT_STREQ("abcdefgabcdefgabcdefg", b);
+  b = static_cast<char*>(b) + 14;
+  EXPECT_STREQ("abcdefg", b);
+}
+
+TEST(StringBuffer, GetBufferTrimToSizeAndEmpty) {
+  CStringBuffer b(8);
+  char* p = b.GetBuffer(30);
+  EXPECT_EQ(32u, b.GetCapacity());
+  std::strcpy(p, "written directly");
+  EXPECT_EQ(16u, b.GetSize());
+  b.TrimToSize();
+  EXPECT_EQ(17u, b.GetCapacity());
+  EXPECT_STREQ("written directly", b);
+  b.TrimToSize();
+  EXPECT_EQ(17u, b.GetCapacity());
+  b.Empty();
+  EXPECT_TRUE(b.IsEmpty());
+  EXPECT_EQ(17u, b.GetCapacity());
+  CStringBuffer unused(8);
+  unused.Empty();
+  unused.TrimToSize();
+  EXPECT_EQ(nullptr, unused.GetBuffer(0));
+}
+
+TEST(StringBuffer, AllocationFailureThrowsAndKeepsTheText) {
+  FaultGuard guard;
+  long live = platform::LiveAllocations();
+  {
+    CStringBuffer b(8);
+    b += "kept";
+    platform::FailAllocationAt(1);
+    try {
+      b += "and a longer tail";
+      FAIL() << "no exception";
+    } catch (const CMemoryException& e) {
+      EXPECT_STREQ("vesk/base/StringBuffer", e.GetSourceFile());
+    }
+    EXPECT_STREQ("kept", b);
+    platform::FailAllocationAt(1);
+    EXPECT_THROW(CStringBuffer(100, 8), CMemoryException);
+    platform::FailAllocationAt(1);
+    EXPECT_THROW(b.TrimToSize(), CMemoryException);
+    EXPECT_STREQ("kept", b);
+  }
+  EXPECT_EQ(live, platform::LiveAllocations());
+}
+
+}  // namespace

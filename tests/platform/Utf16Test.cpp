@@ -1,0 +1,205 @@
+#include <gtest/gtest.h>
+#include <unicode/ustring.h>
+#include <unicode/utf8.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "vesk/platform/Text.h"
+#include "vesk/platform/Utf16.h"
+
+namespace platform = vesk::platform;
+
+namespace {
+
+typedef std::basic_string<unsigned short> U16;
+
+U16 Units(std::initializer_list<unsigned short> units) { return U16(units); }
+
+std::string ToUtf8(const U16& text) {
+  std::size_t n = platform::Utf16ToUtf8(text.c_str(), static_cast<int>(text.size()), nullptr, 0);
+  std::string out(n, '\0');
+  EXPECT_EQ(n, platform::Utf16ToUtf8(text.c_str(), static_cast<int>(text.size()), &out[0], n));
+  return out;
+}
+
+U16 ToUtf16(const std::string& text) {
+  std::size_t n = platform::Utf8ToUtf16(text.data(), static_cast<int>(text.size()), nullptr, 0);
+  U16 out(n, 0);
+  EXPECT_EQ(n, platform::Utf8ToUtf16(text.data(), static_cast<int>(text.size()), &out[0], n));
+  return out;
+}
+
+// Random UTF-16 with a high share of surrogates, paired and unpaired.
+U16 RandomUtf16(std::mt19937& rng, int length) {
+  U16 text;
+  for (int i = 0; i < length; ++i) {
+    switch (rng() % 6) {
+      case 0: text += static_cast<unsigned short>(1 + rng() % 0x7F); break;
+      case 1: text += static_cast<unsigned short>(0x80 + rng() % 0x780); break;
+      case 2: text += static_cast<unsigned short>(0xD800 + rng() % 0x400); break;
+      case 3: text += static_cast<unsigned short>(0xDC00 + rng() % 0x400); break;
+      case 4: {
+        text += static_cast<unsigned short>(0xD800 + rng() % 0x400);
+        text += static_cast<unsigned short>(0xDC00 + rng() % 0x400);
+        break;
+      }
+      default: text += static_cast<unsigned short>(0xE000 + rng() % 0x2000); break;
+    }
+  }
+  return text;
+}
+
+TEST(Utf16, LengthAndCompare) {
+  U16 abc = Units({'a', 'b', 'c'});
+  EXPECT_EQ(3u, platform::Utf16Length(abc.c_str()));
+  EXPECT_EQ(0u, platform::Utf16Length(nullptr));
+  EXPECT_EQ(2u, platform::Utf16LengthBounded(abc.c_str(), 2));
+  EXPECT_EQ(3u, platform::Utf16LengthBounded(abc.c_str(), 10));
+  EXPECT_EQ(0, platform::Utf16Compare(abc.c_str(), abc.c_str()));
+  EXPECT_LT(platform::Utf16Compare(Units({'a', 'b'}).c_str(), abc.c_str()), 0);
+  EXPECT_LT(platform::Utf16Compare(nullptr, abc.c_str()), 0);
+  // Unit order, not code point order: U+FF21 is above a surrogate pair.
+  EXPECT_GT(platform::Utf16Compare(Units({0xFF21}).c_str(), Units({0xD801, 0xDC00}).c_str()), 0);
+  EXPECT_EQ(0, platform::Utf16CompareIgnoreCase(Units({'A', 0xC4, 0x3A3}).c_str(),
+                                                Units({'a', 0xE4, 0x3C3}).c_str()));
+  // Deseret capital and small letters are a pair outside the BMP.
+  EXPECT_EQ(0, platform::Utf16CompareIgnoreCase(Units({0xD801, 0xDC00}).c_str(),
+                                                Units({0xD801, 0xDC28}).c_str()));
+  EXPECT_LT(platform::Utf16CompareIgnoreCase(Units({'a'}).c_str(), Units({'B'}).c_str()), 0);
+  EXPECT_NE(0, platform::Utf16CompareIgnoreCase(Units({0xD800}).c_str(),
+                                                Units({0xD800, 0xDC00}).c_str()));
+  EXPECT_EQ(0, platform::Utf16CompareTexts(Units({'a', 'B', 'x'}).c_str(), 2,
+                                           Units({'A', 'b', 'y'}).c_str(), 2,
+                                           platform::kTextIgnoreCase));
+}
+
+TEST(Utf16, Searches) {
+  U16 text = Units({'a', 'b', 0xD83D, 0xDE00, 'A', 'B', 0});
+  const unsigned short* t = text.c_str();
+  EXPECT_EQ(t + 1, platform::Utf16FindChar(t, 'b'));
+  EXPECT_EQ(nullptr, platform::Utf16FindChar(t, 'z'));
+  EXPECT_EQ(nullptr, platform::Utf16FindChar(t, 0));
+  EXPECT_EQ(t + 5, platform::Utf16FindCharRight(t, 'B'));
+  EXPECT_EQ(t + 3, platform::Utf16FindCharRight(t, 0xDE00));
+  EXPECT_EQ(t + 2, platform::Utf16FindSubstring(t, Units({0xD83D, 0xDE00}).c_str(), 1));
+  EXPECT_EQ(t + 4, platform::Utf16FindSubstring(t, Units({'A', 'B'}).c_str(), 1));
+  EXPECT_EQ(t, platform::Utf16FindSubstring(t, Units({'A', 'B'}).c_str(), 0));
+  EXPECT_EQ(t, platform::Utf16FindSubstring(t, Units({}).c_str(), 1));
+  EXPECT_EQ(nullptr, platform::Utf16FindSubstring(t, Units({'b', 'a'}).c_str(), 0));
+  // Ignoring case, the low half of a pair is not a starting point.
+  EXPECT_EQ(nullptr, platform::Utf16FindSubstring(t, Units({0xDE00}).c_str(), 0));
+  EXPECT_EQ(t + 3, platform::Utf16FindSubstring(t, Units({0xDE00}).c_str(), 1));
+}
+
+TEST(Utf16, MapCaseKeepsUnitCount) {
+  U16 text = Units({'a', 0xE9, 0xD801, 0xDC28, 0x131, 0xDF});
+  platform::Utf16MapCase(&text[0], text.size(), true);
+  // ı -> I and ß stay: I is one unit too, but ß has no one-unit capital.
+  EXPECT_EQ(Units({'A', 0xC9, 0xD801, 0xDC00, 'I', 0xDF}), text);
+  platform::Utf16MapCase(&text[0], text.size(), false);
+  EXPECT_EQ(Units({'a', 0xE9, 0xD801, 0xDC28, 'i', 0xDF}), text);
+}
+
+TEST(Utf16, ToUtf8KnownForms) {
+  EXPECT_EQ("A", ToUtf8(Units({'A'})));
+  EXPECT_EQ("\xc3\xa9\xe2\x82\xac", ToUtf8(Units({0xE9, 0x20AC})));
+  EXPECT_EQ("A\xf0\x9f\x98\x80", ToUtf8(Units({'A', 0xD83D, 0xDE00})));
+  EXPECT_EQ("?A", ToUtf8(Units({0xD800, 'A'})));
+  EXPECT_EQ("?", ToUtf8(Units({0xDC00})));
+  EXPECT_EQ("??", ToUtf8(Units({0xDC00, 0xD800})));
+  EXPECT_EQ(std::string("a\0b", 3), ToUtf8(Units({'a', 0, 'b'})));
+  // Zero-terminated form stops at the zero unit.
+  U16 z = Units({'x', 0x20AC, 0, 'y'});
+  EXPECT_EQ(4u, platform::Utf16ToUtf8(z.c_str(), -1, nullptr, 0));
+  EXPECT_EQ(0u, platform::Utf16ToUtf8(nullptr, -1, nullptr, 0));
+}
+
+TEST(Utf16, BoundedTargetsGetWholeCharactersOnly) {
+  U16 text = Units({'a', 0x20AC, 0xD83D, 0xDE00});
+  char out[8] = {0};
+  EXPECT_EQ(1u, platform::Utf16ToUtf8(text.c_str(), 4, out, 3));  // € does not fit in 2
+  EXPECT_EQ(4u, platform::Utf16ToUtf8(text.c_str(), 4, out, 7));
+  EXPECT_EQ(8u, platform::Utf16ToUtf8(text.c_str(), 4, out, 8));
+  unsigned short units[3];
+  EXPECT_EQ(1u, platform::Utf8ToUtf16("a\xf0\x9f\x98\x80", -1, units, 2));
+  EXPECT_EQ(3u, platform::Utf8ToUtf16("a\xf0\x9f\x98\x80", -1, units, 3));
+  EXPECT_EQ(0xDE00, units[2]);
+}
+
+TEST(Utf16, FromUtf8ReplacesEachMalformedByte) {
+  EXPECT_EQ(Units({'a', '?', '(', 'b'}), ToUtf16("a\xc3(b"));
+  EXPECT_EQ(Units({'?', '?', '?'}), ToUtf16("\xed\xa0\x80"));  // encoded surrogate
+  EXPECT_EQ(Units({'?', '?'}), ToUtf16("\xe2\x82"));
+  EXPECT_EQ(Units({0xD83D, 0xDE00}), ToUtf16("\xf0\x9f\x98\x80"));
+  EXPECT_EQ(2u, platform::Utf8ToUtf16("ab\0cd", 2, nullptr, 0));
+}
+
+// UTF-16 -> UTF-8 agrees with ICU (substituting '?'), and comes back
+// unchanged when there was no unpaired surrogate.
+TEST(Utf16, RandomRoundTripsAgainstIcu) {
+  std::mt19937 rng(2024);
+  for (int round = 0; round < 3000; ++round) {
+    U16 text = RandomUtf16(rng, static_cast<int>(rng() % 20));
+    std::string mine = ToUtf8(text);
+    std::vector<char> icu(text.size() * 3 + 1);
+    int32_t icuLength = 0;
+    UErrorCode status = U_ZERO_ERROR;
+    u_strToUTF8WithSub(icu.data(), static_cast<int32_t>(icu.size()), &icuLength,
+                       reinterpret_cast<const UChar*>(text.data()),
+                       static_cast<int32_t>(text.size()), '?', nullptr, &status);
+    ASSERT_TRUE(U_SUCCESS(status));
+    ASSERT_EQ(std::string(icu.data(), icuLength), mine);
+    U16 back = ToUtf16(mine);
+    // Every unpaired surrogate came back as '?', everything else unchanged.
+    U16 expected;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      unsigned short u = text[i];
+      bool high = u >= 0xD800 && u <= 0xDBFF;
+      bool low = u >= 0xDC00 && u <= 0xDFFF;
+      if (high && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
+        expected += u;
+        expected += text[++i];
+      } else {
+        expected += (high || low) ? static_cast<unsigned short>('?') : u;
+      }
+    }
+    ASSERT_EQ(expected, back);
+  }
+}
+
+// UTF-8 -> UTF-16 of random bytes: well-formed sequences (as ICU sees them)
+// convert like ICU converts them, every other byte becomes one '?'.
+TEST(Utf16, RandomMalformedUtf8AgainstIcu) {
+  std::mt19937 rng(99);
+  for (int round = 0; round < 3000; ++round) {
+    std::string bytes;
+    int n = static_cast<int>(rng() % 24);
+    for (int i = 0; i < n; ++i) {
+      unsigned char b = static_cast<unsigned char>(rng());
+      if (rng() % 3 == 0) b = static_cast<unsigned char>(0x80 | (b & 0x3F));  // continuation
+      if (b == 0) b = 'z';
+      bytes += static_cast<char>(b);
+    }
+    U16 expected;
+    int32_t i = 0;
+    while (i < n) {
+      int32_t start = i;
+      UChar32 c;
+      U8_NEXT(reinterpret_cast<const uint8_t*>(bytes.data()), i, n, c);
+      if (c < 0) {
+        expected += static_cast<unsigned short>('?');
+        i = start + 1;
+      } else if (c >= 0x10000) {
+        expected += static_cast<unsigned short>(0xD7C0 + (c >> 10));
+        expected += static_cast<unsigned short>(0xDC00 | (c & 0x3FF));
+      } else {
+        expected += static_cast<unsigned short>(c);
+      }
+    }
+    ASSERT_EQ(expected, ToUtf16(bytes)) << "round " << round;
+  }
+}
+
+}  // namespace
