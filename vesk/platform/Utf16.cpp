@@ -165,6 +165,11 @@ const unsigned short* Utf16FindSubstring(const unsigned short* text, const unsig
   return nullptr;
 }
 
+bool Utf16IsSpace(unsigned short c) {
+  if (c < 0x80) return (c >= 0x09 && c <= 0x0D) || (c >= 0x1C && c <= 0x20);
+  return u_isspace(c) != 0;
+}
+
 void Utf16MapCase(unsigned short* text, std::size_t length, bool upper) {
   std::size_t i = 0;
   while (i < length) {

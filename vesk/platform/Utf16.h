@@ -39,6 +39,11 @@ VESK_API const unsigned short* Utf16FindCharRight(const unsigned short* text, un
 VESK_API const unsigned short* Utf16FindSubstring(const unsigned short* text,
                                                   const unsigned short* needle, int caseType);
 
+/// Whether a unit is white space: tab to carriage return, the separators
+/// 0x1C to 0x1F, and the Unicode space, line and paragraph separators.
+/// Surrogates never are.
+VESK_API bool Utf16IsSpace(unsigned short c);
+
 /// Maps length units of text to upper (or lower) case in place, per code
 /// point; a character whose mapping needs another number of units is left
 /// as it is.
