@@ -1,0 +1,1204 @@
+#include "vesk/base/UnicodeString.h"
+
+#include <climits>
+#include <cstdint>
+#include <cstring>
+
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/String.h"
+#include "vesk/base/UnicodeStringBuffer.h"
+#include "vesk/base/internal/StringPools.h"
+#include "vesk/platform/Format16.h"
+#include "vesk/platform/Memory.h"
+#include "vesk/platform/Text.h"
+#include "vesk/platform/Throw.h"
+#include "vesk/platform/Utf16.h"
+
+namespace vesk {
+namespace base {
+
+namespace {
+
+const char kSource[] = "vesk/base/UnicodeString";
+const unsigned short kEmptyText[1] = {0};
+// Largest unit count a buffer may be asked for: its byte size, header
+// included, stays within 32 bits.
+const unsigned int kMaximumUnits = (0xFFFFFFFFu - sizeof(CUnicodeStringData)) / 2;
+
+inline bool IsHigh(unsigned int u) { return u >= 0xD800 && u <= 0xDBFF; }
+inline bool IsLow(unsigned int u) { return u >= 0xDC00 && u <= 0xDFFF; }
+
+// A new buffer of the capacity class of n units: length 0, reference count
+// 1, first unit zero. Returns the address of its text.
+unsigned short* NewBuffer(unsigned int n) {
+  if (n > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
+  unsigned int capacity = internal::StringCapacityClass(n);
+  CFixBlockAllocator* pool = internal::WideStringPool(capacity);
+  void* block;
+  if (pool) {
+    block = pool->Allocate();
+  } else {
+    block = platform::Alloc(sizeof(CUnicodeStringData) + static_cast<std::size_t>(capacity) * 2);
+    if (!block) VESK_THROW(kSource, CMemoryException);
+  }
+  CUnicodeStringData* data = static_cast<CUnicodeStringData*>(block);
+  data->capacity = capacity;
+  data->length = 0;
+  data->refCount = 1;
+  unsigned short* text = reinterpret_cast<unsigned short*>(data + 1);
+  text[0] = 0;
+  return text;
+}
+
+// Gives a buffer back to the pool of its capacity, or to the heap.
+void FreeBuffer(CUnicodeStringData* data) {
+  CFixBlockAllocator* pool = internal::WideStringPool(data->capacity);
+  if (pool) {
+    pool->Free(data);
+  } else {
+    platform::Free(data);
+  }
+}
+
+// The 16-bit form of a narrow argument, in a scratch buffer released with
+// this object. Null stays null; a text that converts to nothing becomes the
+// constant empty text.
+class CNarrowArgument {
+ public:
+  explicit CNarrowArgument(const char* text) : m_scratch(32), m_text(nullptr) {
+    if (!text) return;
+    if (*text) m_scratch = text;
+    m_text = m_scratch.IsEmpty() ? kEmptyText : static_cast<const unsigned short*>(m_scratch);
+  }
+  operator const unsigned short*() const { return m_text; }
+
+ private:
+  CUnicodeStringBuffer m_scratch;
+  const unsigned short* m_text;
+};
+
+// The unit a narrow character stands for ('?' for a byte that is not a
+// whole character).
+unsigned short NarrowUnit(char c) {
+  unsigned short unit = '?';
+  platform::Utf8ToUtf16(&c, 1, &unit, 1);
+  return unit;
+}
+
+// --- UTF-8 forms -------------------------------------------------------------
+
+const std::uint64_t kOnes16 = 0x0001000100010001ull;
+const std::uint64_t kHigh16 = 0x8000800080008000ull;
+const std::uint64_t kLow15 = 0x7FFF7FFF7FFF7FFFull;
+const std::uint64_t kMask80 = 0xFF80FF80FF80FF80ull;
+const std::uint64_t kMask800 = 0xF800F800F800F800ull;
+const std::uint64_t kSurrogates = 0xD800D800D800D800ull;
+const std::uint64_t kHighBits8 = 0x8080808080808080ull;
+const std::uint64_t kOnes8 = 0x0101010101010101ull;
+
+inline std::uint64_t Load64(const void* p) {
+  std::uint64_t w;
+  std::memcpy(&w, p, sizeof w);
+  return w;
+}
+
+// Bytes one unit of the UTF-8 form takes, with the units it consumes: a
+// valid pair is 4 bytes for 2 units; a high surrogate followed by any other
+// unit is one byte for both; a high surrogate at the end one byte; every
+// other unit above 0x7FF, lone low surrogates included, 3 bytes.
+inline std::size_t CountOne(const unsigned short* s, std::size_t i, std::size_t n,
+                            std::size_t* consumed) {
+  unsigned int u = s[i];
+  *consumed = 1;
+  if (u < 0x80) return 1;
+  if (u < 0x800) return 2;
+  if (IsHigh(u)) {
+    if (i + 1 < n) {
+      *consumed = 2;
+      return IsLow(s[i + 1]) ? 4 : 1;
+    }
+    return 1;
+  }
+  return 3;
+}
+
+// Length of the UTF-8 form of n units. Four units at a time while none of
+// them is a surrogate: each takes 1 byte, plus one from 0x80, plus one more
+// from 0x800.
+std::size_t Utf8Count(const unsigned short* s, std::size_t n) {
+  std::size_t count = 0;
+  std::size_t i = 0;
+  while (i + 4 <= n) {
+    std::uint64_t w = Load64(s + i);
+    std::uint64_t top = w & kMask800;
+    std::uint64_t v = top ^ kSurrogates;  // a zero lane is a surrogate
+    if (((v - kOnes16) & ~v & kHigh16) == 0) {
+      std::uint64_t from80 = ((((w & kMask80) >> 1) + kLow15) & kHigh16) >> 15;
+      std::uint64_t from800 = (((top >> 1) + kLow15) & kHigh16) >> 15;
+      count += 4 + static_cast<std::size_t>(((from80 + from800) * kOnes16) >> 48);
+      i += 4;
+      continue;
+    }
+    std::size_t end = i + 4;
+    while (i < end) {
+      std::size_t k;
+      count += CountOne(s, i, n, &k);
+      i += k;
+    }
+  }
+  while (i < n) {
+    std::size_t k;
+    count += CountOne(s, i, n, &k);
+    i += k;
+  }
+  return count;
+}
+
+// Writes the UTF-8 form of n units (no terminator); returns the bytes written.
+std::size_t Utf8Write(const unsigned short* s, std::size_t n, char* target) {
+  unsigned char* out = reinterpret_cast<unsigned char*>(target);
+  std::size_t i = 0;
+  while (i < n) {
+    unsigned int u = s[i];
+    if (u < 0x80) {
+      *out++ = static_cast<unsigned char>(u);
+      ++i;
+      while (i + 4 <= n && (Load64(s + i) & kMask80) == 0) {
+        out[0] = static_cast<unsigned char>(s[i]);
+        out[1] = static_cast<unsigned char>(s[i + 1]);
+        out[2] = static_cast<unsigned char>(s[i + 2]);
+        out[3] = static_cast<unsigned char>(s[i + 3]);
+        out += 4;
+        i += 4;
+      }
+    } else if (u < 0x800) {
+      out[0] = static_cast<unsigned char>(0xC0 | (u >> 6));
+      out[1] = static_cast<unsigned char>(0x80 | (u & 0x3F));
+      out += 2;
+      ++i;
+    } else if (IsHigh(u)) {
+      if (i + 1 < n && IsLow(s[i + 1])) {
+        unsigned int cp = 0x10000 + ((u - 0xD800) << 10) + (s[i + 1] - 0xDC00u);
+        out[0] = static_cast<unsigned char>(0xF0 | (cp >> 18));
+        out[1] = static_cast<unsigned char>(0x80 | ((cp >> 12) & 0x3F));
+        out[2] = static_cast<unsigned char>(0x80 | ((cp >> 6) & 0x3F));
+        out[3] = static_cast<unsigned char>(0x80 | (cp & 0x3F));
+        out += 4;
+        i += 2;
+      } else {
+        // A high surrogate without its low half: one '?', and the unit
+        // after it goes with it (the count above assumes so).
+        *out++ = '?';
+        i += (i + 1 < n) ? 2 : 1;
+      }
+    } else {
+      out[0] = static_cast<unsigned char>(0xE0 | (u >> 12));
+      out[1] = static_cast<unsigned char>(0x80 | ((u >> 6) & 0x3F));
+      out[2] = static_cast<unsigned char>(0x80 | (u & 0x3F));
+      out += 3;
+      ++i;
+    }
+  }
+  return static_cast<std::size_t>(out - reinterpret_cast<unsigned char*>(target));
+}
+
+// Decodes UTF-8 up to the first byte that cannot continue the text (see
+// FromUTF8); returns the units and sets *consumed to the bytes decoded.
+// With Write set the units are stored at out, which has room for them.
+template <bool Write>
+std::size_t Utf8Decode(const unsigned char* s, std::size_t n, unsigned short* out,
+                       std::size_t* consumed) {
+  std::size_t i = 0;
+  std::size_t units = 0;
+  while (i < n) {
+    unsigned int b = s[i];
+    if (b < 0x80) {
+      if (b == 0) break;
+      if (Write) out[units] = static_cast<unsigned short>(b);
+      ++units;
+      ++i;
+      // Eight ASCII bytes at a time, none of them NUL.
+      while (i + 8 <= n) {
+        std::uint64_t w = Load64(s + i);
+        if ((w & kHighBits8) != 0 || ((w - kOnes8) & ~w & kHighBits8) != 0) break;
+        if (Write) {
+          for (int k = 0; k < 8; ++k) out[units + k] = s[i + k];
+        }
+        units += 8;
+        i += 8;
+      }
+      continue;
+    }
+    unsigned int cp;
+    if (b >= 0xC2 && b <= 0xDF) {
+      if (i + 1 >= n || (s[i + 1] & 0xC0) != 0x80) break;
+      cp = ((b & 0x1F) << 6) | (s[i + 1] & 0x3F);
+      i += 2;
+    } else if (b >= 0xE0 && b <= 0xEF) {
+      if (i + 2 >= n || (s[i + 1] & 0xC0) != 0x80 || (s[i + 2] & 0xC0) != 0x80) break;
+      cp = ((b & 0x0F) << 12) | ((s[i + 1] & 0x3F) << 6) | (s[i + 2] & 0x3F);
+      if (cp < 0x800) break;  // overlong
+      i += 3;
+    } else if (b >= 0xF0 && b <= 0xF4) {
+      if (i + 3 >= n || (s[i + 1] & 0xC0) != 0x80 || (s[i + 2] & 0xC0) != 0x80 ||
+          (s[i + 3] & 0xC0) != 0x80) {
+        break;
+      }
+      cp = ((b & 0x07) << 18) | ((s[i + 1] & 0x3F) << 12) | ((s[i + 2] & 0x3F) << 6) |
+           (s[i + 3] & 0x3F);
+      // Below 0x10000 it is overlong; above 0x10FFFF it has no pair.
+      if (cp < 0x10000 || cp > 0x10FFFF) break;
+      if (Write) {
+        out[units] = static_cast<unsigned short>(0xD800 + ((cp - 0x10000) >> 10));
+        out[units + 1] = static_cast<unsigned short>(0xDC00 + ((cp - 0x10000) & 0x3FF));
+      }
+      units += 2;
+      i += 4;
+      continue;
+    } else {
+      break;  // a continuation byte, an overlong lead (C0, C1) or F5 to FF
+    }
+    if (Write) out[units] = static_cast<unsigned short>(cp);
+    ++units;
+  }
+  *consumed = i;
+  return units;
+}
+
+}  // namespace
+
+// --- buffer management -------------------------------------------------------
+
+void CUnicodeString::AllocBuffer(unsigned int n) {
+  CUnicodeStringData* data = GetData();
+  if (data && data->capacity >= n && data->refCount < 2) return;
+  ReleaseBuffer();
+  m_pszData = NewBuffer(n);
+}
+
+void CUnicodeString::AllocCopy(const unsigned short* text, int count) { AllocCopy(0, text, count); }
+
+void CUnicodeString::AllocCopy(unsigned int minCapacity, const unsigned short* text, int count) {
+  if (!text) {
+    AllocBuffer(minCapacity > 0 ? minCapacity : 1);
+    GetData()->length = 0;
+    m_pszData[0] = 0;
+    return;
+  }
+  std::size_t requested = count < 0 ? platform::Utf16Length(text) : static_cast<std::size_t>(count);
+  // The length is that of the copy up to its first zero unit; units after
+  // one among the requested ones are never read.
+  std::size_t copied =
+      count < 0 ? requested
+                : platform::Utf16LengthBounded(text, static_cast<unsigned int>(requested));
+  std::size_t need = requested + 1;
+  if (need < minCapacity) need = minCapacity;
+  if (need > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
+  CUnicodeStringData* data = GetData();
+  if (data && data->capacity >= need && data->refCount < 2) {
+    std::memmove(m_pszData, text, copied * 2);  // text may lie in this buffer
+  } else {
+    // The new buffer is filled before the old one is released: text may
+    // point into the old one.
+    unsigned short* fresh = NewBuffer(static_cast<unsigned int>(need));
+    std::memcpy(fresh, text, copied * 2);
+    ReleaseBuffer();
+    m_pszData = fresh;
+  }
+  m_pszData[copied] = 0;
+  GetData()->length = static_cast<unsigned int>(copied);
+}
+
+void CUnicodeString::EnsureBufferCapacity(unsigned int n) {
+  CUnicodeStringData* data = GetData();
+  if (data && data->capacity >= n && data->refCount < 2) return;
+  if (!data) {
+    m_pszData = NewBuffer(n);
+    return;
+  }
+  // A private copy always has room for the current text.
+  if (n < data->length + 1) n = data->length + 1;
+  unsigned short* fresh = NewBuffer(n);
+  std::memcpy(fresh, m_pszData, (static_cast<std::size_t>(data->length) + 1) * 2);
+  reinterpret_cast<CUnicodeStringData*>(fresh)[-1].length = data->length;
+  ReleaseBuffer();
+  m_pszData = fresh;
+}
+
+void CUnicodeString::EnsureCapacity(unsigned int n) {
+  if (n >= kMaximumUnits) VESK_THROW(kSource, CMemoryException);
+  EnsureBufferCapacity(n + 1);
+}
+
+void CUnicodeString::CopyRefBeforeModify() {
+  CUnicodeStringData* data = GetData();
+  if (data && data->refCount >= 2) AllocCopy(m_pszData, -1);
+}
+
+void CUnicodeString::ReleaseBuffer() {
+  CUnicodeStringData* data = GetData();
+  if (!data) return;
+  if (data->refCount >= 2) {
+    --data->refCount;
+  } else {
+    FreeBuffer(data);
+  }
+  m_pszData = nullptr;
+}
+
+// --- construction and assignment ---------------------------------------------
+
+CUnicodeString::CUnicodeString(const char* text) : m_pszData(nullptr) {
+  if (text && *text) AssignNarrow(text, static_cast<unsigned int>(-1));
+}
+
+CUnicodeString::CUnicodeString(const char* text, unsigned int count) : m_pszData(nullptr) {
+  if (text && count > 0) AssignNarrow(text, count);
+}
+
+CUnicodeString::CUnicodeString(const unsigned short* text) : m_pszData(nullptr) {
+  if (text && *text) AllocCopy(text, -1);
+}
+
+CUnicodeString::CUnicodeString(const unsigned short* text, unsigned int count)
+    : m_pszData(nullptr) {
+  if (text && count > 0) {
+    if (count > kMaximumUnits) count = platform::Utf16LengthBounded(text, count);
+    AllocCopy(text, static_cast<int>(count));
+  }
+}
+
+CUnicodeString::CUnicodeString(const CUnicodeString& other) : m_pszData(nullptr) {
+  CUnicodeStringData* data = other.GetData();
+  if (data && data->length != 0 && data->refCount != 0) {
+    m_pszData = other.m_pszData;
+    ++data->refCount;
+  }
+}
+
+CUnicodeString::~CUnicodeString() { ReleaseBuffer(); }
+
+CUnicodeString& CUnicodeString::operator=(const CUnicodeString& other) {
+  if (this == &other || m_pszData == other.m_pszData) return *this;
+  ReleaseBuffer();
+  CUnicodeStringData* data = other.GetData();
+  if (data && data->length != 0 && data->refCount != 0) {
+    m_pszData = other.m_pszData;
+    ++data->refCount;
+  }
+  return *this;
+}
+
+CUnicodeString& CUnicodeString::operator=(const char* text) {
+  AssignNarrow(text, static_cast<unsigned int>(-1));
+  return *this;
+}
+
+CUnicodeString& CUnicodeString::operator=(const unsigned short* text) {
+  if (!text || !*text) {
+    Empty();
+  } else {
+    AllocCopy(text, -1);
+  }
+  return *this;
+}
+
+void CUnicodeString::AssignNarrow(const char* text, unsigned int count) {
+  std::size_t bytes = 0;
+  if (text)
+    bytes = count == static_cast<unsigned int>(-1) ? std::strlen(text) : strnlen(text, count);
+  if (bytes == 0) {
+    Empty();
+    return;
+  }
+  if (bytes > static_cast<std::size_t>(INT_MAX)) VESK_THROW(kSource, CMemoryException);
+  std::size_t units = platform::Utf8ToUtf16(text, static_cast<int>(bytes), nullptr, 0);
+  if (units >= kMaximumUnits) VESK_THROW(kSource, CMemoryException);
+  AllocBuffer(static_cast<unsigned int>(units + 1));
+  platform::Utf8ToUtf16(text, static_cast<int>(bytes), m_pszData, units);
+  m_pszData[units] = 0;
+  GetData()->length = static_cast<unsigned int>(units);
+}
+
+void CUnicodeString::Append(const unsigned short* text, unsigned int count) {
+  if (count == 0) return;
+  unsigned int length = GetLength();
+  CUnicodeStringData* data = GetData();
+  // Appending a part of this string: find it again after a reallocation.
+  bool inside = data && text >= m_pszData && text <= m_pszData + data->length;
+  std::size_t offset = inside ? static_cast<std::size_t>(text - m_pszData) : 0;
+  if (static_cast<unsigned long long>(length) + count + 1 > kMaximumUnits) {
+    VESK_THROW(kSource, CMemoryException);
+  }
+  EnsureBufferCapacity(length + count + 1);
+  if (inside) text = m_pszData + offset;
+  std::memmove(m_pszData + length, text, static_cast<std::size_t>(count) * 2);
+  m_pszData[length + count] = 0;
+  GetData()->length = length + count;
+}
+
+CUnicodeString& CUnicodeString::operator+=(const CUnicodeString& other) {
+  Append(other.m_pszData, other.GetLength());
+  return *this;
+}
+
+CUnicodeString& CUnicodeString::operator+=(const char* text) {
+  if (!text || !*text) return *this;
+  std::size_t bytes = std::strlen(text);
+  if (bytes > static_cast<std::size_t>(INT_MAX)) VESK_THROW(kSource, CMemoryException);
+  std::size_t units = platform::Utf8ToUtf16(text, static_cast<int>(bytes), nullptr, 0);
+  unsigned int length = GetLength();
+  if (length + static_cast<unsigned long long>(units) + 1 > kMaximumUnits) {
+    VESK_THROW(kSource, CMemoryException);
+  }
+  EnsureBufferCapacity(static_cast<unsigned int>(length + units + 1));
+  platform::Utf8ToUtf16(text, static_cast<int>(bytes), m_pszData + length, units);
+  m_pszData[length + units] = 0;
+  GetData()->length = static_cast<unsigned int>(length + units);
+  return *this;
+}
+
+CUnicodeString& CUnicodeString::operator+=(const unsigned short* text) {
+  if (text) Append(text, platform::Utf16Length(text));
+  return *this;
+}
+
+void CUnicodeString::Set(const unsigned short* text, unsigned int count) {
+  if (text && count > kMaximumUnits) count = platform::Utf16LengthBounded(text, count);
+  AllocCopy(text, static_cast<int>(count));
+}
+
+// --- access ------------------------------------------------------------------
+
+unsigned short CUnicodeString::GetAt(unsigned int index) const {
+  return index < GetLength() ? m_pszData[index] : 0;
+}
+
+void CUnicodeString::SetAt(unsigned int index, unsigned short c) {
+  if (index >= GetLength()) return;
+  CopyRefBeforeModify();
+  m_pszData[index] = c;
+}
+
+CUnicodeString::operator const unsigned short*() const {
+  return m_pszData ? m_pszData : kEmptyText;
+}
+
+void CUnicodeString::CopyTo(unsigned short* target, unsigned int size) const {
+  if (!target || size == 0) return;
+  unsigned int n = GetLength();
+  if (n > size - 1) n = size - 1;
+  if (n > 0) std::memcpy(target, m_pszData, static_cast<std::size_t>(n) * 2);
+  target[n] = 0;
+}
+
+// --- comparison --------------------------------------------------------------
+
+int CUnicodeString::CompareText(const unsigned short* text, int caseType) const {
+  // Unlike the narrow string, an empty string equals "" as well as null.
+  if (IsEmpty()) return (text && *text) ? -1 : 0;
+  if (!text || !*text) return 1;
+  return platform::Utf16CompareTexts(m_pszData, static_cast<int>(GetLength()), text, -1, caseType);
+}
+
+int CUnicodeString::Compare(const unsigned short* text) const {
+  return CompareText(text, platform::kTextExactCase);
+}
+
+int CUnicodeString::Compare(const char* text) const {
+  CNarrowArgument wide(text);
+  return CompareText(wide, platform::kTextExactCase);
+}
+
+int CUnicodeString::CompareIgnoreCase(const unsigned short* text) const {
+  return CompareText(text, platform::kTextIgnoreCase);
+}
+
+int CUnicodeString::CompareIgnoreCase(const char* text) const {
+  CNarrowArgument wide(text);
+  return CompareText(wide, platform::kTextIgnoreCase);
+}
+
+// --- search ------------------------------------------------------------------
+
+int CUnicodeString::Find(unsigned short c, unsigned int start) const {
+  if (start >= GetLength()) return -1;
+  const unsigned short* p = platform::Utf16FindChar(m_pszData + start, c);
+  return p ? static_cast<int>(p - m_pszData) : -1;
+}
+
+int CUnicodeString::Find(char c, unsigned int start) const { return Find(NarrowUnit(c), start); }
+
+int CUnicodeString::FindText(const unsigned short* text, unsigned int start, int caseType) const {
+  if (start >= GetLength() || !text || !*text) return -1;
+  const unsigned short* p = platform::Utf16FindSubstring(m_pszData + start, text, caseType);
+  return p ? static_cast<int>(p - m_pszData) : -1;
+}
+
+int CUnicodeString::Find(const unsigned short* text, unsigned int start) const {
+  return FindText(text, start, platform::kTextExactCase);
+}
+
+int CUnicodeString::Find(const char* text, unsigned int start) const {
+  if (start >= GetLength() || !text || !*text) return -1;
+  CNarrowArgument wide(text);
+  return FindText(wide, start, platform::kTextExactCase);
+}
+
+int CUnicodeString::FindIgnoreCase(const unsigned short* text, unsigned int start) const {
+  return FindText(text, start, platform::kTextIgnoreCase);
+}
+
+int CUnicodeString::FindIgnoreCase(const char* text, unsigned int start) const {
+  if (start >= GetLength() || !text || !*text) return -1;
+  CNarrowArgument wide(text);
+  return FindText(wide, start, platform::kTextIgnoreCase);
+}
+
+int CUnicodeString::ReverseFind(unsigned short c, unsigned int start) const {
+  if (start >= GetLength()) return -1;
+  const unsigned short* p = platform::Utf16FindCharRight(m_pszData + start, c);
+  return p ? static_cast<int>(p - m_pszData) : -1;
+}
+
+int CUnicodeString::ReverseFind(char c, unsigned int start) const {
+  return ReverseFind(NarrowUnit(c), start);
+}
+
+int CUnicodeString::ReverseFindText(const unsigned short* text, unsigned int start,
+                                    int caseType) const {
+  if (IsEmpty() || !text || !*text) return -1;
+  long long m = platform::Utf16Length(text);
+  // The probe steps back by the length of the needle, not by one, and a
+  // probe at or before start ends the search: callers rely on both.
+  for (long long p = static_cast<long long>(GetLength()) - m; p > static_cast<long long>(start);
+       p -= m) {
+    const unsigned short* hit = platform::Utf16FindSubstring(m_pszData + p, text, caseType);
+    if (hit) return static_cast<int>(hit - m_pszData);
+  }
+  return -1;
+}
+
+int CUnicodeString::ReverseFind(const unsigned short* text, unsigned int start) const {
+  return ReverseFindText(text, start, platform::kTextExactCase);
+}
+
+int CUnicodeString::ReverseFind(const char* text, unsigned int start) const {
+  if (IsEmpty() || !text || !*text) return -1;
+  CNarrowArgument wide(text);
+  return ReverseFindText(wide, start, platform::kTextExactCase);
+}
+
+int CUnicodeString::ReverseFindIgnoreCase(const unsigned short* text, unsigned int start) const {
+  return ReverseFindText(text, start, platform::kTextIgnoreCase);
+}
+
+int CUnicodeString::ReverseFindIgnoreCase(const char* text, unsigned int start) const {
+  if (IsEmpty() || !text || !*text) return -1;
+  CNarrowArgument wide(text);
+  return ReverseFindText(wide, start, platform::kTextIgnoreCase);
+}
+
+bool CUnicodeString::StartsWithText(const unsigned short* text, int caseType) const {
+  if (!text || !*text) return false;
+  unsigned int m = platform::Utf16Length(text);
+  if (m > GetLength()) return false;
+  return platform::Utf16CompareTexts(m_pszData, static_cast<int>(m), text, static_cast<int>(m),
+                                     caseType) == 0;
+}
+
+bool CUnicodeString::EndsWithText(const unsigned short* text, int caseType) const {
+  if (!text || !*text) return false;
+  unsigned int m = platform::Utf16Length(text);
+  if (m > GetLength()) return false;
+  return platform::Utf16CompareTexts(m_pszData + GetLength() - m, static_cast<int>(m), text,
+                                     static_cast<int>(m), caseType) == 0;
+}
+
+bool CUnicodeString::StartsWith(const unsigned short* text) const {
+  return StartsWithText(text, platform::kTextExactCase);
+}
+bool CUnicodeString::StartsWith(const char* text) const {
+  if (!text || !*text) return false;
+  CNarrowArgument wide(text);
+  return StartsWithText(wide, platform::kTextExactCase);
+}
+bool CUnicodeString::EndsWith(const unsigned short* text) const {
+  return EndsWithText(text, platform::kTextExactCase);
+}
+bool CUnicodeString::EndsWith(const char* text) const {
+  if (!text || !*text) return false;
+  CNarrowArgument wide(text);
+  return EndsWithText(wide, platform::kTextExactCase);
+}
+bool CUnicodeString::StartsWithIgnoreCase(const unsigned short* text) const {
+  return StartsWithText(text, platform::kTextIgnoreCase);
+}
+bool CUnicodeString::StartsWithIgnoreCase(const char* text) const {
+  if (!text || !*text) return false;
+  CNarrowArgument wide(text);
+  return StartsWithText(wide, platform::kTextIgnoreCase);
+}
+bool CUnicodeString::EndsWithIgnoreCase(const unsigned short* text) const {
+  return EndsWithText(text, platform::kTextIgnoreCase);
+}
+bool CUnicodeString::EndsWithIgnoreCase(const char* text) const {
+  if (!text || !*text) return false;
+  CNarrowArgument wide(text);
+  return EndsWithText(wide, platform::kTextIgnoreCase);
+}
+
+// --- extraction --------------------------------------------------------------
+
+CUnicodeString CUnicodeString::SubString(unsigned int begin) const {
+  return SubString(begin, GetLength());
+}
+
+CUnicodeString CUnicodeString::SubString(unsigned int begin, unsigned int end) const {
+  CUnicodeString result;
+  unsigned int length = GetLength();
+  if (begin >= length || begin >= end) return result;
+  if (end > length) end = length;
+  result.AllocCopy(m_pszData + begin, static_cast<int>(end - begin));
+  return result;
+}
+
+CUnicodeString CUnicodeString::Mid(unsigned int start) const { return SubString(start); }
+
+CUnicodeString CUnicodeString::Mid(unsigned int start, int count) const {
+  return SubString(start, start + static_cast<unsigned int>(count));
+}
+
+CUnicodeString CUnicodeString::Left(unsigned int n) const {
+  if (n < GetLength()) return SubString(0, n);
+  return *this;
+}
+
+CUnicodeString CUnicodeString::Right(unsigned int n) const {
+  unsigned int length = GetLength();
+  if (n >= length) return *this;
+  // The n units that end one before the last: existing callers depend on it.
+  return Mid(length - n - 1, static_cast<int>(n));
+}
+
+// --- editing -----------------------------------------------------------------
+
+void CUnicodeString::Empty() {
+  CUnicodeStringData* data = GetData();
+  if (!data) return;
+  if (data->refCount >= 2) {
+    --data->refCount;
+    m_pszData = nullptr;
+  } else {
+    data->length = 0;
+    m_pszData[0] = 0;
+  }
+}
+
+void CUnicodeString::MakeUpper() {
+  if (IsEmpty()) return;
+  CopyRefBeforeModify();
+  platform::Utf16MapCase(m_pszData, GetLength(), true);
+}
+
+void CUnicodeString::MakeLower() {
+  if (IsEmpty()) return;
+  CopyRefBeforeModify();
+  platform::Utf16MapCase(m_pszData, GetLength(), false);
+}
+
+void CUnicodeString::MakeReverse() {
+  if (IsEmpty()) return;
+  CopyRefBeforeModify();
+  unsigned int length = GetLength();
+  unsigned short* p = m_pszData;
+  for (unsigned int i = 0, j = length - 1; i < j; ++i, --j) {
+    unsigned short t = p[i];
+    p[i] = p[j];
+    p[j] = t;
+  }
+  // Every pair now reads low, high: put its halves back in order.
+  for (unsigned int i = 0; i + 1 < length; ++i) {
+    if (IsLow(p[i]) && IsHigh(p[i + 1])) {
+      unsigned short t = p[i];
+      p[i] = p[i + 1];
+      p[i + 1] = t;
+      ++i;
+    }
+  }
+}
+
+void CUnicodeString::TrimLeft() {
+  if (IsEmpty()) return;
+  CopyRefBeforeModify();
+  unsigned int length = GetLength();
+  unsigned int skipped = 0;
+  while (skipped < length && platform::Utf16IsSpace(m_pszData[skipped])) ++skipped;
+  if (skipped == length) {
+    Empty();
+    return;
+  }
+  if (skipped == 0) return;
+  std::memmove(m_pszData, m_pszData + skipped,
+               (static_cast<std::size_t>(length) - skipped + 1) * 2);
+  GetData()->length = length - skipped;
+}
+
+void CUnicodeString::TrimRight() {
+  if (IsEmpty()) return;
+  CopyRefBeforeModify();
+  unsigned int length = GetLength();
+  while (length > 0 && platform::Utf16IsSpace(m_pszData[length - 1])) --length;
+  if (length == 0) {
+    Empty();
+    return;
+  }
+  m_pszData[length] = 0;
+  GetData()->length = length;
+}
+
+namespace {
+inline bool InSet(unsigned short c, const unsigned short* set, unsigned int setLength) {
+  for (unsigned int i = 0; i < setLength; ++i) {
+    if (set[i] == c) return true;
+  }
+  return false;
+}
+}  // namespace
+
+void CUnicodeString::TrimLeftSet(const unsigned short* set, unsigned int setLength) {
+  if (IsEmpty() || setLength == 0) return;
+  CopyRefBeforeModify();
+  unsigned int length = GetLength();
+  unsigned int skipped = 0;
+  while (skipped < length && InSet(m_pszData[skipped], set, setLength)) ++skipped;
+  if (skipped == length) {
+    Empty();
+    return;
+  }
+  if (skipped == 0) return;
+  std::memmove(m_pszData, m_pszData + skipped,
+               (static_cast<std::size_t>(length) - skipped + 1) * 2);
+  GetData()->length = length - skipped;
+}
+
+void CUnicodeString::TrimRightSet(const unsigned short* set, unsigned int setLength) {
+  if (IsEmpty() || setLength == 0) return;
+  CopyRefBeforeModify();
+  unsigned int length = GetLength();
+  while (length > 0 && InSet(m_pszData[length - 1], set, setLength)) --length;
+  if (length == 0) {
+    Empty();
+    return;
+  }
+  m_pszData[length] = 0;
+  GetData()->length = length;
+}
+
+void CUnicodeString::TrimLeft(unsigned short c) {
+  if (c != 0) TrimLeftSet(&c, 1);
+}
+
+void CUnicodeString::TrimLeft(char c) { TrimLeft(NarrowUnit(c)); }
+
+void CUnicodeString::TrimLeft(const unsigned short* set) {
+  if (!set || IsEmpty()) return;
+  // The set may be this string's own text: trim with a copy of it.
+  CUnicodeString copy(set);
+  TrimLeftSet(copy.m_pszData, copy.GetLength());
+}
+
+void CUnicodeString::TrimLeft(const char* set) {
+  if (!set || !*set || IsEmpty()) return;
+  CNarrowArgument wide(set);
+  TrimLeftSet(wide, platform::Utf16Length(wide));
+}
+
+void CUnicodeString::TrimRight(unsigned short c) {
+  if (c != 0) TrimRightSet(&c, 1);
+}
+
+void CUnicodeString::TrimRight(char c) { TrimRight(NarrowUnit(c)); }
+
+void CUnicodeString::TrimRight(const unsigned short* set) {
+  if (!set || IsEmpty()) return;
+  CUnicodeString copy(set);
+  TrimRightSet(copy.m_pszData, copy.GetLength());
+}
+
+void CUnicodeString::TrimRight(const char* set) {
+  if (!set || !*set || IsEmpty()) return;
+  CNarrowArgument wide(set);
+  TrimRightSet(wide, platform::Utf16Length(wide));
+}
+
+int CUnicodeString::Replace(unsigned short a, unsigned short b) {
+  if (a == b || IsEmpty()) return 0;
+  CopyRefBeforeModify();
+  int count = 0;
+  unsigned int length = GetLength();
+  for (unsigned int i = 0; i < length; ++i) {
+    if (m_pszData[i] == a) {
+      m_pszData[i] = b;
+      ++count;
+    }
+  }
+  return count;
+}
+
+int CUnicodeString::Replace(char a, char b) { return Replace(NarrowUnit(a), NarrowUnit(b)); }
+
+int CUnicodeString::Replace(const unsigned short* oldText, const unsigned short* newText) {
+  if (IsEmpty() || !oldText || !*oldText) return 0;
+  if (!newText) newText = kEmptyText;
+  // Arguments that live in this buffer would change under the rewrite.
+  CUnicodeString oldCopy, newCopy;
+  const unsigned short* end = m_pszData + GetData()->capacity;
+  if (oldText >= m_pszData && oldText < end) {
+    oldCopy = CUnicodeString(oldText);
+    oldText = oldCopy;
+  }
+  if (newText >= m_pszData && newText < end) {
+    newCopy = CUnicodeString(newText);
+    newText = newCopy;
+  }
+  std::size_t oldLength = platform::Utf16Length(oldText);
+  std::size_t newLength = platform::Utf16Length(newText);
+  int count = 0;
+  for (const unsigned short* p =
+           platform::Utf16FindSubstring(m_pszData, oldText, platform::kTextExactCase);
+       p; p = platform::Utf16FindSubstring(p + oldLength, oldText, platform::kTextExactCase)) {
+    ++count;
+  }
+  if (count == 0) return 0;
+  unsigned long long finalLength = GetLength() +
+                                   static_cast<unsigned long long>(count) * newLength -
+                                   static_cast<unsigned long long>(count) * oldLength;
+  if (finalLength + 1 > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
+  EnsureBufferCapacity(static_cast<unsigned int>(finalLength + 1));
+  std::size_t length = GetLength();
+  unsigned short* p = m_pszData;
+  for (int i = 0; i < count; ++i) {
+    p = const_cast<unsigned short*>(
+        platform::Utf16FindSubstring(p, oldText, platform::kTextExactCase));
+    if (!p) break;
+    std::size_t position = static_cast<std::size_t>(p - m_pszData);
+    std::memmove(p + newLength, p + oldLength, (length - position - oldLength + 1) * 2);
+    std::memcpy(p, newText, newLength * 2);
+    length = length + newLength - oldLength;
+    p += newLength;
+  }
+  GetData()->length = static_cast<unsigned int>(length);
+  return count;
+}
+
+int CUnicodeString::Replace(const char* oldText, const char* newText) {
+  if (IsEmpty() || !oldText || !*oldText) return 0;
+  CNarrowArgument wideOld(oldText);
+  CNarrowArgument wideNew(newText);
+  return Replace(static_cast<const unsigned short*>(wideOld),
+                 static_cast<const unsigned short*>(wideNew));
+}
+
+int CUnicodeString::Remove(unsigned short c) {
+  if (IsEmpty() || c == 0) return 0;
+  CopyRefBeforeModify();
+  unsigned int length = GetLength();
+  unsigned int write = 0;
+  for (unsigned int read = 0; read < length; ++read) {
+    if (m_pszData[read] != c) m_pszData[write++] = m_pszData[read];
+  }
+  m_pszData[write] = 0;
+  GetData()->length = write;
+  return static_cast<int>(length - write);
+}
+
+int CUnicodeString::Remove(char c) { return Remove(NarrowUnit(c)); }
+
+int CUnicodeString::Insert(unsigned int index, unsigned short c) {
+  unsigned int length = GetLength();
+  if (index > length) index = length;
+  if (length + 2ull > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
+  EnsureBufferCapacity(length + 2);
+  std::memmove(m_pszData + index + 1, m_pszData + index,
+               (static_cast<std::size_t>(length) - index + 1) * 2);
+  m_pszData[index] = c;
+  GetData()->length = length + 1;
+  return static_cast<int>(length + 1);
+}
+
+int CUnicodeString::Insert(unsigned int index, char c) { return Insert(index, NarrowUnit(c)); }
+
+int CUnicodeString::Insert(unsigned int index, const unsigned short* text) {
+  unsigned int length = GetLength();
+  if (!text || !*text) return static_cast<int>(length);
+  CUnicodeString copy;
+  CUnicodeStringData* data = GetData();
+  if (data && text >= m_pszData && text < m_pszData + data->capacity) {
+    copy = CUnicodeString(text);
+    text = copy;
+  }
+  std::size_t n = platform::Utf16Length(text);
+  if (length + n + 1 > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
+  if (index > length) index = length;
+  EnsureBufferCapacity(static_cast<unsigned int>(length + n + 1));
+  std::memmove(m_pszData + index + n, m_pszData + index,
+               (static_cast<std::size_t>(length) - index + 1) * 2);
+  std::memcpy(m_pszData + index, text, n * 2);
+  GetData()->length = static_cast<unsigned int>(length + n);
+  return static_cast<int>(length + n);
+}
+
+int CUnicodeString::Insert(unsigned int index, const char* text) {
+  if (!text || !*text) return static_cast<int>(GetLength());
+  CNarrowArgument wide(text);
+  return Insert(index, static_cast<const unsigned short*>(wide));
+}
+
+int CUnicodeString::Delete(unsigned int index, unsigned int count) {
+  unsigned int length = GetLength();
+  if (count == 0 || index >= length) return static_cast<int>(length);
+  if (count > length - index) count = length - index;
+  CopyRefBeforeModify();
+  std::memmove(m_pszData + index, m_pszData + index + count,
+               (static_cast<std::size_t>(length) - index - count + 1) * 2);
+  GetData()->length = length - count;
+  // The length before the deletion, as callers of this method expect.
+  return static_cast<int>(length);
+}
+
+// --- UTF-8 -------------------------------------------------------------------
+
+int CUnicodeString::ToUTF8(char* buffer, int size) const {
+  // An empty string writes nothing at all, not even a terminator.
+  std::size_t n = GetLength();
+  if (n == 0) return 0;
+  // No unit takes more than three bytes: a buffer that large is filled
+  // without measuring first (the result is the same).
+  if (buffer && size > 0 && static_cast<unsigned long long>(size) >= 3ull * n + 1) {
+    std::size_t written = Utf8Write(m_pszData, n, buffer);
+    buffer[written] = '\0';
+    return static_cast<int>(written);
+  }
+  std::size_t count = Utf8Count(m_pszData, n);
+  if (count >= static_cast<std::size_t>(INT_MAX)) return -1;  // not expressible
+  if (size == -1) return static_cast<int>(count + 1);
+  if (!buffer || size < static_cast<int>(count + 1)) return -1;
+  Utf8Write(m_pszData, n, buffer);
+  buffer[count] = '\0';
+  return static_cast<int>(count);
+}
+
+CString CUnicodeString::ToUTF8() const {
+  CString result;
+  std::size_t n = GetLength();
+  if (n == 0) return result;
+  std::size_t count = Utf8Count(m_pszData, n);
+  if (count >= static_cast<std::size_t>(INT_MAX)) VESK_THROW(kSource, CMemoryException);
+  char local[512];
+  char* scratch = local;
+  if (count >= sizeof local) {
+    scratch = static_cast<char*>(platform::Alloc(count + 1));
+    if (!scratch) VESK_THROW(kSource, CMemoryException);
+  }
+  Utf8Write(m_pszData, n, scratch);
+  scratch[count] = '\0';
+  try {
+    result.Set(scratch, static_cast<unsigned int>(count));
+  } catch (...) {
+    if (scratch != local) platform::Free(scratch);
+    throw;
+  }
+  if (scratch != local) platform::Free(scratch);
+  return result;
+}
+
+void CUnicodeString::FromUTF8(const char* text, int length) {
+  if (!text || length == 0) {
+    Empty();
+    return;
+  }
+  const unsigned char* bytes = reinterpret_cast<const unsigned char*>(text);
+  std::size_t n = length < 0 ? std::strlen(text) : static_cast<std::size_t>(length);
+  std::size_t consumed;
+  // Each unit takes at least one byte: an owned buffer with room for a unit
+  // per byte is decoded into at once, without counting first.
+  CUnicodeStringData* data = GetData();
+  if (data && data->refCount < 2 && data->capacity > n) {
+    std::size_t units = Utf8Decode<true>(bytes, n, m_pszData, &consumed);
+    m_pszData[units] = 0;
+    data->length = static_cast<unsigned int>(units);
+    return;
+  }
+  std::size_t units = Utf8Decode<false>(bytes, n, nullptr, &consumed);
+  if (units == 0) {
+    Empty();
+    return;
+  }
+  if (units >= kMaximumUnits) VESK_THROW(kSource, CMemoryException);
+  AllocBuffer(static_cast<unsigned int>(units + 1));
+  Utf8Decode<true>(bytes, consumed, m_pszData, &consumed);
+  m_pszData[units] = 0;
+  GetData()->length = static_cast<unsigned int>(units);
+}
+
+// --- formatting --------------------------------------------------------------
+
+void CUnicodeString::Format(const unsigned short* format, ...) {
+  va_list args;
+  va_start(args, format);
+  try {
+    FormatV(format, args);
+  } catch (...) {
+    va_end(args);
+    throw;
+  }
+  va_end(args);
+}
+
+void CUnicodeString::FormatV(const unsigned short* format, va_list args) {
+  if (!format) {
+    Empty();
+    return;
+  }
+  std::size_t size = 1024;
+  for (;;) {
+    unsigned short* scratch = static_cast<unsigned short*>(platform::Alloc(size * 2));
+    if (!scratch) VESK_THROW(kSource, CMemoryException);
+    va_list copy;
+    va_copy(copy, args);
+    int written = platform::Utf16VFormat(scratch, size, format, copy);
+    va_end(copy);
+    if (written < 0) {
+      platform::Free(scratch);  // the formatter could not get its own scratch block
+      VESK_THROW(kSource, CMemoryException);
+    }
+    std::size_t result = static_cast<std::size_t>(written);
+    if (result != size - 1 && result < size) {
+      try {
+        AllocCopy(scratch, written);
+      } catch (...) {
+        platform::Free(scratch);
+        throw;
+      }
+      platform::Free(scratch);
+      return;
+    }
+    platform::Free(scratch);
+    // A result of exactly size - 1 units is formatted again in a block 1024
+    // units larger. A longer one would be cut short: the block grows in the
+    // same 1024-unit steps straight to the first size that holds it.
+    if (result == size - 1) {
+      size += 1024;
+    } else {
+      size = (result + 2 + 1023) / 1024 * 1024;
+    }
+  }
+}
+
+// --- free operators ----------------------------------------------------------
+
+namespace {
+inline const unsigned short* TextOf(const unsigned short* text) { return text ? text : kEmptyText; }
+
+int OrderTexts(const unsigned short* a, const unsigned short* b) {
+  // The empty text orders below every other, as the unit comparison gives.
+  return platform::Utf16CompareTexts(a, -1, b, -1, platform::kTextExactCase);
+}
+}  // namespace
+
+bool operator==(const CUnicodeString& a, const CUnicodeString& b) {
+  unsigned int length = a.GetLength();
+  if (length != b.GetLength()) return false;
+  return length == 0 ||
+         std::memcmp(static_cast<const unsigned short*>(a), static_cast<const unsigned short*>(b),
+                     static_cast<std::size_t>(length) * 2) == 0;
+}
+
+bool operator==(const CUnicodeString& a, const unsigned short* b) {
+  return platform::Utf16Compare(a, TextOf(b)) == 0;
+}
+
+bool operator==(const unsigned short* a, const CUnicodeString& b) { return b == a; }
+
+bool operator==(const CUnicodeString& a, const char* b) {
+  CNarrowArgument wide(b);
+  return a == static_cast<const unsigned short*>(wide);
+}
+
+bool operator==(const char* a, const CUnicodeString& b) { return b == a; }
+bool operator!=(const CUnicodeString& a, const CUnicodeString& b) { return !(a == b); }
+bool operator!=(const CUnicodeString& a, const unsigned short* b) { return !(a == b); }
+bool operator!=(const unsigned short* a, const CUnicodeString& b) { return !(b == a); }
+bool operator!=(const CUnicodeString& a, const char* b) { return !(a == b); }
+bool operator!=(const char* a, const CUnicodeString& b) { return !(b == a); }
+
+bool operator<(const CUnicodeString& a, const CUnicodeString& b) { return OrderTexts(a, b) < 0; }
+bool operator<(const CUnicodeString& a, const unsigned short* b) { return OrderTexts(a, b) < 0; }
+bool operator<(const unsigned short* a, const CUnicodeString& b) { return OrderTexts(a, b) < 0; }
+bool operator<(const CUnicodeString& a, const char* b) {
+  return OrderTexts(a, CNarrowArgument(b)) < 0;
+}
+bool operator<(const char* a, const CUnicodeString& b) {
+  return OrderTexts(CNarrowArgument(a), b) < 0;
+}
+bool operator<=(const CUnicodeString& a, const CUnicodeString& b) { return OrderTexts(a, b) <= 0; }
+bool operator<=(const CUnicodeString& a, const unsigned short* b) { return OrderTexts(a, b) <= 0; }
+bool operator<=(const unsigned short* a, const CUnicodeString& b) { return OrderTexts(a, b) <= 0; }
+bool operator<=(const CUnicodeString& a, const char* b) {
+  return OrderTexts(a, CNarrowArgument(b)) <= 0;
+}
+bool operator<=(const char* a, const CUnicodeString& b) {
+  return OrderTexts(CNarrowArgument(a), b) <= 0;
+}
+bool operator>(const CUnicodeString& a, const CUnicodeString& b) { return OrderTexts(a, b) > 0; }
+bool operator>(const CUnicodeString& a, const unsigned short* b) { return OrderTexts(a, b) > 0; }
+bool operator>(const unsigned short* a, const CUnicodeString& b) { return OrderTexts(a, b) > 0; }
+bool operator>(const CUnicodeString& a, const char* b) {
+  return OrderTexts(a, CNarrowArgument(b)) > 0;
+}
+bool operator>(const char* a, const CUnicodeString& b) {
+  return OrderTexts(CNarrowArgument(a), b) > 0;
+}
+bool operator>=(const CUnicodeString& a, const CUnicodeString& b) { return OrderTexts(a, b) >= 0; }
+bool operator>=(const CUnicodeString& a, const unsigned short* b) { return OrderTexts(a, b) >= 0; }
+bool operator>=(const unsigned short* a, const CUnicodeString& b) { return OrderTexts(a, b) >= 0; }
+bool operator>=(const CUnicodeString& a, const char* b) {
+  return OrderTexts(a, CNarrowArgument(b)) >= 0;
+}
+bool operator>=(const char* a, const CUnicodeString& b) {
+  return OrderTexts(CNarrowArgument(a), b) >= 0;
+}
+
+CUnicodeString operator+(const CUnicodeString& a, const CUnicodeString& b) {
+  CUnicodeString result(a);
+  result += b;
+  return result;
+}
+
+CUnicodeString operator+(const CUnicodeString& a, const unsigned short* b) {
+  CUnicodeString result(a);
+  result += b;
+  return result;
+}
+
+CUnicodeString operator+(const unsigned short* a, const CUnicodeString& b) {
+  CUnicodeString result(a);
+  result += b;
+  return result;
+}
+
+CUnicodeString operator+(const CUnicodeString& a, const char* b) {
+  CUnicodeString result(a);
+  result += b;
+  return result;
+}
+
+CUnicodeString operator+(const char* a, const CUnicodeString& b) {
+  CUnicodeString result(a);
+  result += b;
+  return result;
+}
+
+}  // namespace base
+}  // namespace vesk
