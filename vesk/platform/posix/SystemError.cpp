@@ -9,8 +9,8 @@ namespace platform {
 
 namespace {
 // strerror_r comes in two flavours; each overload picks the text out of one.
-const char* TextOf(int result, const char* buffer) { return result == 0 ? buffer : nullptr; }
-const char* TextOf(const char* result, const char*) { return result; }
+[[maybe_unused]] const char* TextOf(int result, const char* buffer) { return result == 0 ? buffer : nullptr; }
+[[maybe_unused]] const char* TextOf(const char* result, const char*) { return result; }
 }  // namespace
 
 bool SystemErrorText(unsigned long code, char* buffer, std::size_t size) {
