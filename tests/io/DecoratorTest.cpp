@@ -12,6 +12,7 @@
 #include "vesk/io/BufferedInputStream.h"
 #include "vesk/io/BufferedOutputStream.h"
 #include "vesk/io/BufferedReader.h"
+#include "vesk/io/BufferedWriter.h"
 #include "vesk/io/CRLFPrintStream.h"
 #include "vesk/io/PrintStream.h"
 #include "vesk/io/PushbackInputStream.h"
@@ -23,6 +24,7 @@ using vesk::base::CRef;
 using vesk::io::CInputStream;
 using vesk::io::COutputStream;
 using vesk::io::CReader;
+using vesk::io::CWriter;
 using vesk_test::Tally;
 namespace io = vesk::io;
 namespace platform = vesk::platform;
@@ -32,6 +34,7 @@ namespace {
 COutputStream* NewSink(Tally* t) { return new vesk_test::CTestOutputStream(t); }
 CInputStream* NewSource(Tally* t) { return new vesk_test::CTestInputStream("data", 0, t); }
 CReader* NewReader(Tally* t) { return new vesk_test::CTestReader(vesk_test::U16("data"), 0, t); }
+CWriter* NewWriter(Tally* t) { return new vesk_test::CTestWriter(t); }
 
 template <class D, class Base, class Arg>
 void ExpectOwnership(Base* (*make)(Tally*), Arg arg) {
@@ -99,6 +102,10 @@ TEST(DecoratorTest, OwnershipFollowsTheConstructor) {
     SCOPED_TRACE("CPushbackReader");
     ExpectOwnership<io::CPushbackReader>(NewReader, 16u);
   }
+  {
+    SCOPED_TRACE("CBufferedWriter");
+    ExpectOwnership<io::CBufferedWriter>(NewWriter, 16u);
+  }
 }
 
 TEST(DecoratorTest, DestructionDropsUnflushedBytes) {
@@ -136,6 +143,7 @@ TEST(DecoratorTest, BufferAllocationFailureThrowsAndLeaksNothing) {
   ExpectCleanAllocationFailure<io::CPushbackInputStream>(NewSource);
   ExpectCleanAllocationFailure<io::CBufferedReader>(NewReader);
   ExpectCleanAllocationFailure<io::CPushbackReader>(NewReader);
+  ExpectCleanAllocationFailure<io::CBufferedWriter>(NewWriter);
 }
 
 // Reads and writes of every shape on open and closed decorators: nothing may

@@ -10,6 +10,7 @@
 #include "vesk/io/InputStream.h"
 #include "vesk/io/OutputStream.h"
 #include "vesk/io/Reader.h"
+#include "vesk/io/Writer.h"
 
 namespace vesk_test {
 
@@ -108,6 +109,32 @@ class CTestInputStream : public CScriptedSource<vesk::io::CInputStream, char> {
 };
 
 using CTestReader = CScriptedSource<vesk::io::CReader, unsigned short>;
+
+/// Collects 16-bit units; records the length of every array write.
+class CTestWriter : public vesk::io::CWriter {
+ public:
+  explicit CTestWriter(Tally* tally = nullptr) : m_tally(tally ? tally : &m_own) {}
+  ~CTestWriter() override { ++m_tally->destroyed; }
+
+  using vesk::io::CWriter::Write;
+  void Write(const unsigned short* chars, unsigned int offset, unsigned int length) override {
+    writes.push_back(length);
+    data.append(chars + offset, length);
+  }
+  void Flush() override { ++m_tally->flushed; }
+  void Close() override {
+    ++m_tally->closed;
+    if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
+  }
+
+  std::basic_string<unsigned short> data;
+  std::vector<unsigned int> writes;
+  bool failClose = false;
+
+ private:
+  Tally m_own;
+  Tally* m_tally;
+};
 
 inline std::basic_string<unsigned short> U16(const char* ascii) {
   std::basic_string<unsigned short> s;
