@@ -18,6 +18,9 @@ typedef void (*DebugCaptureHook)(const char* text, std::size_t length, void* con
 VESK_API void DebugWrite(const char* text, std::size_t length) noexcept;
 /// Sends a NUL-terminated text; null is ignored.
 VESK_API void DebugWrite(const char* text) noexcept;
+/// Formats like printf and sends the text in one piece. The format is
+/// passed to the host's formatter unchanged.
+VESK_API void DebugPrintf(const char* format, ...) noexcept __attribute__((format(printf, 1, 2)));
 /// Installs a capture hook (null restores standard error); returns the old one.
 VESK_API DebugCaptureHook SetDebugCaptureHook(DebugCaptureHook hook, void* context) noexcept;
 

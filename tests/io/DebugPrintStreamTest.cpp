@@ -1,0 +1,119 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "vesk/base/Exception.h"
+#include "vesk/base/System.h"
+#include "vesk/io/IOException.h"
+#include "vesk/platform/DebugSink.h"
+
+using vesk::base::CString;
+using vesk::base::CSystem;
+using vesk::io::CDebugPrintStream;
+using vesk::io::CIOException;
+
+namespace {
+
+// Captures what the debug sink receives, one string per call.
+class DebugPrintStreamTest : public ::testing::Test {
+ protected:
+  static void Capture(const char* text, std::size_t length, void* context) {
+    static_cast<DebugPrintStreamTest*>(context)->m_pieces.push_back(std::string(text, length));
+  }
+  void SetUp() override { m_old = vesk::platform::SetDebugCaptureHook(&Capture, this); }
+  void TearDown() override { vesk::platform::SetDebugCaptureHook(m_old, nullptr); }
+  std::string All() const {
+    std::string all;
+    for (const std::string& piece : m_pieces) all += piece;
+    return all;
+  }
+
+  std::vector<std::string> m_pieces;
+  vesk::platform::DebugCaptureHook m_old = nullptr;
+};
+
+std::string DescriptionOf(void (*action)(CDebugPrintStream&), CDebugPrintStream& out) {
+  try {
+    action(out);
+  } catch (const CIOException& e) {
+    return e.GetErrorDescription();
+  }
+  return "(no exception)";
+}
+
+}  // namespace
+
+TEST_F(DebugPrintStreamTest, PrintsEachValueInOnePiece) {
+  CDebugPrintStream out;
+  out.Println(42);
+  out.Print(static_cast<short>(-3));
+  out.Print(true);
+  out.Println(false);
+  out.Print('x');
+  out.Println('y');
+  out.Print(1.5f);
+  out.Println(2.25f);
+  out.Println(0.5);
+  out.Println(4000000000u);
+  out.Print("text");
+  out.Println(CString("line"));
+  out.Println();
+  EXPECT_EQ(13u, m_pieces.size());
+  EXPECT_EQ("42\n-3truefalse\nxy\n1.5000002.250000\n0.500000\n4000000000\ntextline\n\n", All());
+}
+
+TEST_F(DebugPrintStreamTest, KeepsTheTwoHistoricPrints) {
+  CDebugPrintStream out;
+  out.Print(42u);
+  EXPECT_EQ("lu", All());
+  m_pieces.clear();
+  // 1.5 is 0x3FF8000000000000: its low 32 bits are 0.
+  out.Print(1.5);
+  // The low word of 0.1 (0x3FB999999999999A) is 0x9999999A.
+  out.Print(0.1);
+  EXPECT_EQ("0" + std::to_string(static_cast<int>(0x9999999Au)), All());
+}
+
+TEST_F(DebugPrintStreamTest, EmptyTextsSendNothing) {
+  CDebugPrintStream out;
+  out.Print("");
+  out.Print(static_cast<const char*>(nullptr));
+  out.Println("");
+  out.Println(static_cast<const char*>(nullptr));
+  out.Print(CString());
+  out.Println(CString(""));
+  EXPECT_TRUE(m_pieces.empty());
+}
+
+TEST_F(DebugPrintStreamTest, RawBytesAreRefusedAndCloseIsFinal) {
+  CDebugPrintStream out;
+  auto writeChar = [](CDebugPrintStream& s) { s.Write('x'); };
+  auto writeArray = [](CDebugPrintStream& s) { s.Write("ab", 2); };
+  auto writeRange = [](CDebugPrintStream& s) { s.Write("ab", 0, 2); };
+  auto print = [](CDebugPrintStream& s) { s.Print(1); };
+  auto flush = [](CDebugPrintStream& s) { s.Flush(); };
+  EXPECT_EQ("Unsupported on class CDebugPrintStream.", DescriptionOf(writeChar, out));
+  EXPECT_EQ("Unsupported on class CDebugPrintStream.", DescriptionOf(writeArray, out));
+  EXPECT_EQ("Unsupported on class CDebugPrintStream.", DescriptionOf(writeRange, out));
+  EXPECT_NO_THROW(out.Flush());
+  out.Close();
+  out.Close();  // repeatable
+  EXPECT_FALSE(out.IsOpen());
+  EXPECT_EQ("Stream closed.", DescriptionOf(writeChar, out));
+  EXPECT_EQ("Stream closed.", DescriptionOf(print, out));
+  EXPECT_EQ("Stream closed.", DescriptionOf(flush, out));
+  EXPECT_TRUE(m_pieces.empty());
+}
+
+TEST_F(DebugPrintStreamTest, SystemDebugOutPrintsExceptionReports) {
+  EXPECT_EQ(&CDebugPrintStream::m_classCDebugPrintStream, CSystem::debugOut.GetClass());
+  vesk::base::CException e("vesk/base/Thing", 7, "Described.", nullptr);
+  e.Print(CSystem::debugOut);
+  EXPECT_EQ(
+      "--- Exception occured ----------------------------------------------------------\n"
+      "\tvesk::base::CException\n"
+      "--- Details --------------------------------------------------------------------\n"
+      "\tLocation :\n\t\tvesk/base/Thing(7)\n"
+      "\tError description :\n\t\tDescribed.\n",
+      All());
+}
