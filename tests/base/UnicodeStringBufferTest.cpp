@@ -1,0 +1,147 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/String.h"
+#include "vesk/base/UnicodeString.h"
+#include "vesk/base/UnicodeStringBuffer.h"
+#include "vesk/platform/Memory.h"
+
+using vesk::base::CMemoryException;
+using vesk::base::CString;
+using vesk::base::CUnicodeString;
+using vesk::base::CUnicodeStringBuffer;
+namespace platform = vesk::platform;
+
+namespace {
+
+typedef std::basic_string<unsigned short> Units;
+
+const unsigned short* W(const char16_t* text) {
+  return reinterpret_cast<const unsigned short*>(text);
+}
+
+Units UnitsOf(const CUnicodeStringBuffer& b) {
+  const unsigned short* p = b;
+  return p ? Units(p) : Units();
+}
+
+struct FaultGuard {
+  ~FaultGuard() { platform::FailAllocationAt(0); }
+};
+
+TEST(UnicodeStringBuffer, GrowsInStepsOfAtLeastEight) {
+  CUnicodeStringBuffer b(3);
+  EXPECT_EQ(8u, b.GetGrowthStep());
+  EXPECT_EQ(nullptr, static_cast<const unsigned short*>(b));
+  EXPECT_EQ(nullptr, b.GetBuffer(0));
+  EXPECT_TRUE(b.IsEmpty());
+  b.EnsureCapacity(10);
+  EXPECT_EQ(16u, b.GetCapacity());
+  b.EnsureCapacity(16);
+  EXPECT_EQ(16u, b.GetCapacity());
+  b.SetCapacityIncrement(20);
+  b.EnsureCapacity(25);
+  EXPECT_EQ(40u, b.GetCapacity());
+  b.SetCapacityIncrement(1);
+  EXPECT_EQ(8u, b.GetGrowthStep());
+
+  // The initial capacity is allocated at once, rounded and zero-filled.
+  CUnicodeStringBuffer sized(12, 8);
+  EXPECT_EQ(16u, sized.GetCapacity());
+  unsigned short* array = sized;
+  for (unsigned int i = 0; i < 16; ++i) ASSERT_EQ(0, array[i]);
+  EXPECT_EQ(0u, sized.GetSize());
+}
+
+TEST(UnicodeStringBuffer, AssignsAndAppendsEveryKindOfText) {
+  CUnicodeStringBuffer b;
+  b = "gr\xC3\xBC\xC3\x9F";
+  EXPECT_EQ(Units(W(u"grüß")), UnitsOf(b));
+  b += W(u" €");
+  b += static_cast<unsigned short>('!');
+  b += CString(" \xF0\x9D\x84\x9E");
+  b += CUnicodeString(W(u"."));
+  b += static_cast<const char*>(nullptr);
+  b += "\xFF";  // not UTF-8: '?'
+  EXPECT_EQ(Units(W(u"grüß €! 𝄞.?")), UnitsOf(b));
+  EXPECT_EQ(12u, b.GetSize());
+  b = CUnicodeString(W(u"wide"));
+  EXPECT_EQ(Units(W(u"wide")), UnitsOf(b));
+  b = CString("narrow");
+  EXPECT_EQ(Units(W(u"narrow")), UnitsOf(b));
+  b = W(u"");
+  EXPECT_TRUE(b.IsEmpty());
+  b = static_cast<const char*>(nullptr);
+  EXPECT_TRUE(b.IsEmpty());
+  // Copies are independent and keep the growth step.
+  CUnicodeStringBuffer c(24);
+  c = W(u"abc");
+  CUnicodeStringBuffer d(c);
+  EXPECT_EQ(24u, d.GetGrowthStep());
+  d += W(u"d");
+  EXPECT_EQ(Units(W(u"abc")), UnitsOf(c));
+  EXPECT_EQ(Units(W(u"abcd")), UnitsOf(d));
+  c = d;
+  EXPECT_EQ(Units(W(u"abcd")), UnitsOf(c));
+}
+
+TEST(UnicodeStringBuffer, AppendsItsOwnTextAcrossGrowth) {
+  CUnicodeStringBuffer b;
+  b = W(u"abcdef");
+  EXPECT_EQ(8u, b.GetCapacity());
+  b += static_cast<const unsigned short*>(b);  // grows while reading itself
+  EXPECT_EQ(Units(W(u"abcdefabcdef")), UnitsOf(b));
+  b = static_cast<const unsigned short*>(b) + 6;  // assigns a part of itself
+  EXPECT_EQ(Units(W(u"abcdef")), UnitsOf(b));
+}
+
+TEST(UnicodeStringBuffer, EmptyKeepsTheArrayAndTrimToSizeShrinksIt) {
+  CUnicodeStringBuffer b(100, 8);
+  b = W(u"hello");
+  unsigned short* before = b;
+  b.Empty();
+  EXPECT_TRUE(b.IsEmpty());
+  EXPECT_EQ(before, static_cast<unsigned short*>(b));
+  EXPECT_EQ(104u, b.GetCapacity());
+  b += W(u"xy");
+  b.TrimToSize();
+  EXPECT_EQ(3u, b.GetCapacity());
+  EXPECT_EQ(Units(W(u"xy")), UnitsOf(b));
+  b += static_cast<unsigned short>('z');  // grows again by the step
+  EXPECT_EQ(Units(W(u"xyz")), UnitsOf(b));
+  EXPECT_EQ(8u, b.GetCapacity());
+  unsigned short* array = b.GetBuffer(50);
+  EXPECT_EQ(56u, b.GetCapacity());
+  EXPECT_EQ(Units(W(u"xyz")), Units(array));
+}
+
+TEST(UnicodeStringBuffer, FailedGrowthThrowsAndKeepsTheText) {
+  CUnicodeStringBuffer b;
+  b = W(u"keep");
+  long live = platform::LiveAllocations();
+  {
+    FaultGuard guard;
+    platform::FailAllocationAt(1);
+    try {
+      b += Units(500, 'x').c_str();
+      FAIL() << "no exception";
+    } catch (const CMemoryException& e) {
+      EXPECT_STREQ("vesk/base/UnicodeStringBuffer", e.GetSourceFile());
+    }
+  }
+  EXPECT_EQ(live, platform::LiveAllocations());
+  EXPECT_EQ(Units(W(u"keep")), UnitsOf(b));
+  {
+    FaultGuard guard;
+    platform::FailAllocationAt(1);
+    EXPECT_THROW(CUnicodeStringBuffer(64, 8), CMemoryException);
+    platform::FailAllocationAt(1);
+    EXPECT_THROW(b.TrimToSize(), CMemoryException);
+  }
+  EXPECT_EQ(live, platform::LiveAllocations());
+  EXPECT_EQ(Units(W(u"keep")), UnitsOf(b));
+}
+
+}  // namespace

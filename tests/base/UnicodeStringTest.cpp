@@ -1,0 +1,592 @@
+#include <cstdarg>
+#include <cstring>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <unicode/ustring.h>
+
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/String.h"
+#include "vesk/base/UnicodeString.h"
+#include "vesk/base/internal/StringPools.h"
+#include "vesk/platform/Memory.h"
+
+using vesk::base::CMemoryException;
+using vesk::base::CString;
+using vesk::base::CUnicodeString;
+using vesk::base::CUnicodeStringData;
+namespace platform = vesk::platform;
+namespace internal = vesk::base::internal;
+
+namespace {
+
+typedef std::basic_string<unsigned short> Units;
+
+// 16-bit text from a UTF-16 literal.
+const unsigned short* W(const char16_t* text) {
+  return reinterpret_cast<const unsigned short*>(text);
+}
+
+Units UnitsOf(const CUnicodeString& s) {
+  const unsigned short* p = s;
+  return Units(p, s.GetLength());
+}
+
+Units UnitsOf(std::initializer_list<unsigned short> units) { return Units(units); }
+
+const CUnicodeStringData* Header(const CUnicodeString& s) {
+  const unsigned short* text = s;
+  return *text ? reinterpret_cast<const CUnicodeStringData*>(text) - 1 : nullptr;
+}
+
+struct FaultGuard {
+  ~FaultGuard() { platform::FailAllocationAt(0); }
+};
+
+// Heap blocks that belong to nobody: live allocations minus the blocks the
+// string pools keep in reserve.
+long Outstanding() {
+  long reserve = 0;
+  for (unsigned int c = 64; c <= 1024; c *= 2) {
+    reserve += internal::NarrowStringPool(c)->GetFreeCount();
+    reserve += internal::WideStringPool(c)->GetFreeCount();
+  }
+  return platform::LiveAllocations() - reserve;
+}
+
+// Makes each allocation of op fail in turn, from the first until op gets
+// through: every failure must be a CMemoryException and leave nothing behind.
+void ExpectEveryFailureClean(const std::function<void()>& op) {
+  op();  // warm the pools up
+  long before = Outstanding();
+  FaultGuard guard;
+  int failures = 0;
+  for (unsigned long n = 1; n < 200; ++n) {
+    bool threw = false;
+    platform::FailAllocationAt(n);
+    try {
+      op();
+    } catch (const CMemoryException&) {
+      threw = true;
+      ++failures;
+    }
+    platform::FailAllocationAt(0);
+    EXPECT_EQ(before, Outstanding()) << "after failing allocation " << n;
+    if (!threw) break;
+  }
+  EXPECT_GT(failures, 0) << "the operation never allocated";
+}
+
+// Random valid UTF-16: ASCII, two- and three-byte characters and pairs.
+Units RandomValidText(std::mt19937& rng, std::size_t length) {
+  Units text;
+  while (text.size() < length) {
+    switch (rng() % 5) {
+      case 0:
+      case 1:
+        text += static_cast<unsigned short>(0x20 + rng() % 0x5F);
+        break;
+      case 2:
+        text += static_cast<unsigned short>(0x80 + rng() % 0x780);
+        break;
+      case 3: {
+        unsigned short u;
+        do u = static_cast<unsigned short>(0x800 + rng() % 0xF7FF);
+        while (u >= 0xD800 && u <= 0xDFFF);
+        text += u;
+        break;
+      }
+      default: {
+        unsigned int cp = 0x10000 + rng() % 0x100000;
+        text += static_cast<unsigned short>(0xD800 + ((cp - 0x10000) >> 10));
+        text += static_cast<unsigned short>(0xDC00 + ((cp - 0x10000) & 0x3FF));
+        break;
+      }
+    }
+  }
+  return text;
+}
+
+std::string IcuToUtf8(const Units& text) {
+  UErrorCode status = U_ZERO_ERROR;
+  int32_t needed = 0;
+  u_strToUTF8(nullptr, 0, &needed, reinterpret_cast<const UChar*>(text.data()),
+              static_cast<int32_t>(text.size()), &status);
+  std::string out(static_cast<std::size_t>(needed), '\0');
+  status = U_ZERO_ERROR;
+  u_strToUTF8(&out[0], needed, &needed, reinterpret_cast<const UChar*>(text.data()),
+              static_cast<int32_t>(text.size()), &status);
+  EXPECT_TRUE(U_SUCCESS(status));
+  return out;
+}
+
+TEST(UnicodeString, ConvertsNarrowTextAsUtf8) {
+  CUnicodeString s("h\xC3\xA9llo \xE2\x82\xAC\xF0\x9D\x84\x9E");
+  EXPECT_EQ(Units(W(u"héllo €𝄞")), UnitsOf(s));
+  EXPECT_EQ(9u, s.GetLength());
+  // A count of bytes ends the text early; a NUL among them ends it too.
+  EXPECT_EQ(Units(W(u"hé")), UnitsOf(CUnicodeString("h\xC3\xA9llo", 3)));
+  EXPECT_EQ(Units(W(u"ab")), UnitsOf(CUnicodeString("ab\0cd", 5)));
+  // Bytes that are not UTF-8 become '?'.
+  EXPECT_EQ(Units(W(u"a?b")), UnitsOf(CUnicodeString("a\xFF"
+                                                     "b")));
+  // 16-bit text with a count stops at a zero unit among the units.
+  const unsigned short withZero[] = {'x', 'y', 0, 'z'};
+  CUnicodeString counted(withZero, 4);
+  EXPECT_EQ(2u, counted.GetLength());
+  CUnicodeString fromNull(static_cast<const char*>(nullptr));
+  CUnicodeString fromEmpty("");
+  EXPECT_EQ(nullptr, Header(fromNull));
+  EXPECT_EQ(nullptr, Header(fromEmpty));
+  EXPECT_EQ(0, static_cast<const unsigned short*>(fromNull)[0]);
+}
+
+TEST(UnicodeString, CopiesShareUntilModified) {
+  CUnicodeString a(W(u"shared text"));
+  CUnicodeString b(a);
+  CUnicodeString c;
+  c = b;
+  EXPECT_EQ(static_cast<const unsigned short*>(a), static_cast<const unsigned short*>(b));
+  EXPECT_EQ(3u, Header(a)->refCount);
+  b.SetAt(0, 'S');
+  EXPECT_EQ(Units(W(u"shared text")), UnitsOf(a));
+  EXPECT_EQ(Units(W(u"Shared text")), UnitsOf(b));
+  EXPECT_EQ(2u, Header(a)->refCount);
+  // Empty on a shared buffer only drops the reference.
+  c.Empty();
+  EXPECT_EQ(1u, Header(a)->refCount);
+  EXPECT_EQ(Units(W(u"shared text")), UnitsOf(a));
+  // Left, Right and copies of the whole string share too.
+  CUnicodeString whole = a.Left(100);
+  EXPECT_EQ(static_cast<const unsigned short*>(a), static_cast<const unsigned short*>(whole));
+  a = a;
+  EXPECT_EQ(2u, Header(a)->refCount);
+}
+
+TEST(UnicodeString, BuffersComeFromTheirOwnPools) {
+  CUnicodeString s(std::string(300, 'x').c_str());
+  EXPECT_EQ(512u, Header(s)->capacity);
+  unsigned int used = internal::WideStringPool(512)->GetUsedCount();
+  unsigned int narrowUsed = internal::NarrowStringPool(512)->GetUsedCount();
+  {
+    CUnicodeString t(std::string(300, 'y').c_str());
+    EXPECT_EQ(used + 1, internal::WideStringPool(512)->GetUsedCount());
+    EXPECT_EQ(narrowUsed, internal::NarrowStringPool(512)->GetUsedCount());
+  }
+  EXPECT_EQ(used, internal::WideStringPool(512)->GetUsedCount());
+  // Empty keeps an owned buffer with its capacity.
+  const unsigned short* before = s;
+  s.Empty();
+  s += "again";
+  EXPECT_EQ(before, static_cast<const unsigned short*>(s));
+  EXPECT_EQ(512u, Header(s)->capacity);
+  // Above 1024 units the buffer is a heap block of exactly the request.
+  long live = platform::LiveAllocations();
+  CUnicodeString big(std::string(1500, 'z').c_str());
+  EXPECT_EQ(1501u, Header(big)->capacity);
+  EXPECT_EQ(live + 1, platform::LiveAllocations());
+  // Inserting a unit into the empty string takes the smallest class.
+  CUnicodeString one;
+  EXPECT_EQ(1, one.Insert(5, 'q'));
+  EXPECT_EQ(64u, Header(one)->capacity);
+}
+
+TEST(UnicodeString, EmptyComparesEqualToEmptyText) {
+  CUnicodeString empty;
+  CUnicodeString emptied(W(u"x"));
+  emptied.Empty();
+  for (const CUnicodeString* s : {&empty, &emptied}) {
+    EXPECT_EQ(0, s->Compare(""));
+    EXPECT_EQ(0, s->Compare(W(u"")));
+    EXPECT_EQ(0, s->Compare(static_cast<const char*>(nullptr)));
+    EXPECT_EQ(0, s->Compare(static_cast<const unsigned short*>(nullptr)));
+    EXPECT_EQ(0, s->CompareIgnoreCase(""));
+    EXPECT_EQ(-1, s->Compare("a"));
+    EXPECT_EQ(-1, s->Compare(W(u"a")));
+    EXPECT_TRUE(*s == "");
+    EXPECT_TRUE(*s == W(u""));
+    EXPECT_TRUE(*s == CUnicodeString());
+    EXPECT_TRUE(*s < "a");
+    EXPECT_FALSE(*s < "");
+    EXPECT_TRUE(*s <= "");
+  }
+  CUnicodeString a("a");
+  EXPECT_EQ(1, a.Compare(""));
+  EXPECT_EQ(1, a.Compare(static_cast<const char*>(nullptr)));
+  EXPECT_EQ(1, a.Compare(W(u"")));
+  EXPECT_EQ(1, a.CompareIgnoreCase(static_cast<const unsigned short*>(nullptr)));
+  EXPECT_FALSE(a == "");
+  EXPECT_TRUE(a > CUnicodeString());
+}
+
+TEST(UnicodeString, ComparesUnitByUnit) {
+  CUnicodeString s(W(u"Grüße"));
+  EXPECT_EQ(0, s.Compare("Gr\xC3\xBC\xC3\x9F"
+                         "e"));
+  EXPECT_GT(s.Compare(W(u"Grüsse")), 0);  // ß (0xDF) is above s
+  EXPECT_LT(s.Compare(W(u"grüße")), 0);
+  EXPECT_EQ(0, s.CompareIgnoreCase(W(u"GRÜßE")));
+  EXPECT_EQ(0, s.CompareIgnoreCase("gr\xC3\x9C\xC3\x9F"
+                                   "E"));
+  EXPECT_NE(0, s.CompareIgnoreCase(W(u"GRÜSE")));
+  // A supplementary character compares above every BMP unit below 0xD800
+  // and below 0xE000 and up: no collation, just the units.
+  CUnicodeString pair(W(u"𝄞"));
+  EXPECT_TRUE(pair > W(u"\uD7FF"));
+  EXPECT_TRUE(pair < W(u"\uE000"));
+  EXPECT_TRUE(CUnicodeString("abc") == W(u"abc"));
+  EXPECT_TRUE(W(u"abc") == CUnicodeString("abc"));
+  EXPECT_TRUE("abd" > CUnicodeString("abc"));
+  EXPECT_TRUE(CUnicodeString("ab") < CUnicodeString("abc"));
+  EXPECT_TRUE(CUnicodeString("ab") != "abc");
+  EXPECT_TRUE(CUnicodeString("b") >= "b");
+}
+
+TEST(UnicodeString, SearchesKeepTheirQuirks) {
+  CUnicodeString abab(W(u"abab"));
+  EXPECT_EQ(2, abab.ReverseFind(W(u"ab"), 0));
+  EXPECT_EQ(2, abab.ReverseFind("ab", 0));
+  EXPECT_EQ(-1, CUnicodeString("ab").ReverseFind("ab", 0));
+  // The probe moves back by the needle's length: "aab" probes only at 1.
+  EXPECT_EQ(1, CUnicodeString("aab").ReverseFind("ab", 0));
+  EXPECT_EQ(-1, CUnicodeString("abxx").ReverseFind("ab", 0));  // probes at 2 only
+  // ReverseFind of a unit: start is a lower bound.
+  CUnicodeString s(W(u"a.b.c"));
+  EXPECT_EQ(3, s.ReverseFind('.', 0));
+  EXPECT_EQ(3, s.ReverseFind(static_cast<unsigned short>('.'), 2));
+  EXPECT_EQ(-1, s.ReverseFind('.', 4));
+  EXPECT_EQ(-1, s.ReverseFind('.', 9));
+  EXPECT_EQ(1, s.Find('.'));
+  EXPECT_EQ(3, s.Find('.', 2));
+  EXPECT_EQ(-1, s.Find('.', 5));
+  EXPECT_EQ(-1, s.Find(""));
+  EXPECT_EQ(-1, s.Find(static_cast<const unsigned short*>(nullptr)));
+  CUnicodeString text(W(u"Straße und STRASSE"));
+  EXPECT_EQ(11, text.Find("STRASSE"));
+  EXPECT_EQ(11, text.FindIgnoreCase(W(u"strasse")));  // ß does not fold to ss
+  EXPECT_EQ(11, text.FindIgnoreCase("strasse"));
+  EXPECT_EQ(0, text.FindIgnoreCase(W(u"STRAßE")));
+  EXPECT_EQ(11, text.ReverseFindIgnoreCase("strasse", 0));
+  EXPECT_TRUE(text.StartsWith("Stra\xC3\x9F"));
+  EXPECT_TRUE(text.StartsWithIgnoreCase(W(u"sTRAß")));
+  EXPECT_TRUE(text.EndsWith(W(u"SSE")));
+  EXPECT_TRUE(text.EndsWithIgnoreCase("strasse"));
+  EXPECT_FALSE(text.StartsWith(""));
+  EXPECT_FALSE(CUnicodeString("ab").EndsWith("xab"));
+  // A narrow byte that is no character stands for '?'.
+  EXPECT_EQ(1, CUnicodeString("a?b").Find('\xE9'));
+}
+
+TEST(UnicodeString, ExtractsLikeTheNarrowString) {
+  CUnicodeString s(W(u"abcde"));
+  EXPECT_EQ(Units(W(u"cd")), UnitsOf(s.Right(2)));
+  EXPECT_EQ(Units(W(u"abcde")), UnitsOf(s.Right(5)));
+  EXPECT_EQ(Units(W(u"abcde")), UnitsOf(s.Right(9)));
+  EXPECT_TRUE(s.Left(0).IsEmpty());
+  EXPECT_EQ(Units(W(u"ab")), UnitsOf(s.Left(2)));
+  EXPECT_EQ(Units(W(u"cde")), UnitsOf(s.SubString(2)));
+  EXPECT_EQ(Units(W(u"bc")), UnitsOf(s.SubString(1, 3)));
+  EXPECT_EQ(Units(W(u"bcde")), UnitsOf(s.SubString(1, 99)));
+  EXPECT_TRUE(s.SubString(3, 3).IsEmpty());
+  EXPECT_TRUE(s.SubString(5).IsEmpty());
+  EXPECT_EQ(Units(W(u"bcd")), UnitsOf(s.Mid(1, 3)));
+  EXPECT_EQ(Units(W(u"de")), UnitsOf(s.Mid(3)));
+  EXPECT_TRUE(CUnicodeString().Right(0).IsEmpty());
+  EXPECT_EQ('e', s[4]);
+  EXPECT_EQ(0, s.GetAt(5));
+  unsigned short out[4] = {9, 9, 9, 9};
+  s.CopyTo(out, 3);
+  EXPECT_EQ(UnitsOf({'a', 'b', 0, 9}), Units(out, 4));
+}
+
+TEST(UnicodeString, EditsInPlace) {
+  CUnicodeString s(W(u"one two one"));
+  CUnicodeString keep(s);
+  EXPECT_EQ(2, s.Replace("one", "three"));
+  EXPECT_EQ(Units(W(u"three two three")), UnitsOf(s));
+  EXPECT_EQ(Units(W(u"one two one")), UnitsOf(keep));
+  EXPECT_EQ(2, s.Replace(W(u"three"), W(u"")));
+  EXPECT_EQ(Units(W(u" two ")), UnitsOf(s));
+  EXPECT_EQ(0, s.Replace(W(u"zz"), W(u"y")));
+  EXPECT_EQ(1, s.Replace(static_cast<const unsigned short*>(s), nullptr));  // its own text
+  EXPECT_TRUE(s.IsEmpty());
+  CUnicodeString t(W(u"a-b-c"));
+  EXPECT_EQ(2, t.Replace('-', '+'));
+  EXPECT_EQ(0, t.Replace('+', '+'));
+  EXPECT_EQ(2, t.Remove(static_cast<unsigned short>('+')));
+  EXPECT_EQ(Units(W(u"abc")), UnitsOf(t));
+  EXPECT_EQ(4, t.Insert(1, W(u"X")));
+  EXPECT_EQ(6, t.Insert(99, "\xE2\x82\xAC\xE2\x82\xAC"));
+  EXPECT_EQ(Units(W(u"aXbc€€")), UnitsOf(t));
+  EXPECT_EQ(6, t.Delete(1, 1));
+  EXPECT_EQ(5, t.Delete(9, 1));
+  EXPECT_EQ(5, t.Delete(0, 0));
+  EXPECT_EQ(5, t.Delete(3, 50));
+  EXPECT_EQ(Units(W(u"abc")), UnitsOf(t));
+  EXPECT_EQ(5, t.Insert(0, static_cast<const unsigned short*>(t) + 1));  // its own text
+  EXPECT_EQ(Units(W(u"bcabc")), UnitsOf(t));
+  CUnicodeString grow(W(u"x"));
+  for (int i = 0; i < 11; ++i) grow += grow;  // doubles past the largest pool
+  EXPECT_EQ(2048u, grow.GetLength());
+  EXPECT_EQ(Units(2048, 'x'), UnitsOf(grow));
+}
+
+TEST(UnicodeString, TrimsWhiteSpaceAndSets) {
+  CUnicodeString s(W(u"\u3000\t a b \u00A0\r\n"));
+  CUnicodeString copy(s);
+  s.TrimLeft();
+  EXPECT_EQ(Units(W(u"a b \u00A0\r\n")), UnitsOf(s));
+  s.TrimRight();
+  EXPECT_EQ(Units(W(u"a b")), UnitsOf(s));
+  EXPECT_EQ(10u, copy.GetLength());
+  CUnicodeString blank(W(u" \t "));
+  blank.TrimRight();
+  EXPECT_TRUE(blank.IsEmpty());
+  CUnicodeString set(W(u"xyaxyb€x€"));
+  set.TrimLeft("xy");
+  set.TrimRight(W(u"x€"));
+  EXPECT_EQ(Units(W(u"axyb")), UnitsOf(set));
+  set.TrimLeft('a');
+  set.TrimRight(static_cast<unsigned short>('b'));
+  EXPECT_EQ(Units(W(u"xy")), UnitsOf(set));
+  set.TrimLeft(static_cast<const unsigned short*>(set));  // its own text as the set
+  EXPECT_TRUE(set.IsEmpty());
+}
+
+TEST(UnicodeString, MapsCaseAndReversesByCharacter) {
+  CUnicodeString s(W(u"Äbc ǅ 𐐀 ß ﬀ"));
+  CUnicodeString original(s);
+  s.MakeUpper();
+  // ß and ﬀ have no single-character upper case; Deseret stays a pair.
+  EXPECT_EQ(Units(W(u"ÄBC Ǆ 𐐀 ß ﬀ")), UnitsOf(s));
+  s.MakeLower();
+  EXPECT_EQ(Units(W(u"äbc ǆ 𐐨 ß ﬀ")), UnitsOf(s));
+  EXPECT_EQ(Units(W(u"Äbc ǅ 𐐀 ß ﬀ")), UnitsOf(original));
+  CUnicodeString r(W(u"a𝄞b"));
+  r.MakeReverse();
+  EXPECT_EQ(Units(W(u"b𝄞a")), UnitsOf(r));
+  // Lone surrogates stay where reversal puts them.
+  const unsigned short lone[] = {0xD800, 0xD834, 0xDD1E, 0xDC00, 'z', 0};
+  CUnicodeString l(lone);
+  l.MakeReverse();
+  EXPECT_EQ(UnitsOf({'z', 0xDC00, 0xD834, 0xDD1E, 0xD800}), UnitsOf(l));
+}
+
+TEST(UnicodeString, ToUtf8CountsAndWritesByItsRules) {
+  char buffer[16];
+  std::memset(buffer, 'Z', sizeof buffer);
+  EXPECT_EQ(0, CUnicodeString().ToUTF8(buffer, sizeof buffer));
+  EXPECT_EQ(0, CUnicodeString().ToUTF8(buffer, -1));
+  EXPECT_EQ('Z', buffer[0]);  // not even a terminator
+
+  const unsigned short smiley[] = {0x0041, 0xD83D, 0xDE00, 0};
+  CUnicodeString a(smiley);
+  EXPECT_EQ(6, a.ToUTF8(nullptr, -1));
+  EXPECT_EQ(-1, a.ToUTF8(buffer, 5));
+  EXPECT_EQ('Z', buffer[0]);
+  EXPECT_EQ(5, a.ToUTF8(buffer, 6));
+  EXPECT_STREQ("A\xF0\x9F\x98\x80", buffer);
+
+  // A high surrogate before another unit: one '?' for both.
+  const unsigned short broken[] = {0xD800, 0x0041, 0};
+  EXPECT_EQ(2, CUnicodeString(broken).ToUTF8(nullptr, -1));
+  EXPECT_EQ(1, CUnicodeString(broken).ToUTF8(buffer, 2));
+  EXPECT_STREQ("?", buffer);
+  // The unit taken along may be the high half of a pair, whose low half
+  // is then written as a lone low surrogate.
+  const unsigned short twoHigh[] = {'x', 0xD800, 0xD801, 0xDC00, 0};
+  EXPECT_EQ(5, CUnicodeString(twoHigh).ToUTF8(buffer, sizeof buffer));
+  EXPECT_STREQ("x?\xED\xB0\x80", buffer);
+  const unsigned short lastHigh[] = {'x', 0xDBFF, 0};
+  EXPECT_EQ(2, CUnicodeString(lastHigh).ToUTF8(buffer, 3));
+  EXPECT_STREQ("x?", buffer);
+  // A lone low surrogate keeps its three-byte form.
+  const unsigned short lowOnly[] = {0xDC00, 'y', 0};
+  EXPECT_EQ(4, CUnicodeString(lowOnly).ToUTF8(buffer, 5));
+  EXPECT_STREQ("\xED\xB0\x80y", buffer);
+
+  std::memset(buffer, 'Z', sizeof buffer);
+  EXPECT_EQ(-1, CUnicodeString("ab").ToUTF8(buffer, 1));
+  EXPECT_EQ(-1, CUnicodeString("ab").ToUTF8(buffer, 2));
+  EXPECT_EQ(-1, CUnicodeString("ab").ToUTF8(buffer, 0));
+  EXPECT_EQ('Z', buffer[0]);
+  EXPECT_EQ(2, CUnicodeString("ab").ToUTF8(buffer, 3));
+
+  CString narrow = CUnicodeString(broken).ToUTF8();
+  EXPECT_STREQ("?", narrow);
+  EXPECT_TRUE(CUnicodeString().ToUTF8().IsEmpty());
+}
+
+TEST(UnicodeString, ToUtf8MatchesIcuOnValidText) {
+  std::mt19937 rng(20240611);
+  for (int round = 0; round < 300; ++round) {
+    std::size_t length = round < 100 ? rng() % 40 + 1 : rng() % 3000 + 1;
+    Units text = RandomValidText(rng, length);
+    CUnicodeString s(text.c_str());
+    std::string expected = IcuToUtf8(text);
+    ASSERT_EQ(static_cast<int>(expected.size()) + 1, s.ToUTF8(nullptr, -1));
+    std::vector<char> exact(expected.size() + 1, 'Z');
+    ASSERT_EQ(static_cast<int>(expected.size()), s.ToUTF8(exact.data(), exact.size()));
+    ASSERT_EQ(expected, std::string(exact.data()));
+    std::vector<char> roomy(text.size() * 3 + 1);
+    ASSERT_EQ(static_cast<int>(expected.size()), s.ToUTF8(roomy.data(), roomy.size()));
+    ASSERT_EQ(expected, std::string(roomy.data()));
+    CString narrow = s.ToUTF8();
+    ASSERT_EQ(expected, std::string(narrow, narrow.GetLength()));
+  }
+}
+
+TEST(UnicodeString, FromUtf8StopsAtTheFirstFault) {
+  CUnicodeString s;
+  s.FromUTF8("\x61\xC3\x28\x62", -1);
+  EXPECT_EQ(Units(W(u"a")), UnitsOf(s));
+  s.FromUTF8("ab\xE2\x82", -1);  // cut off by the end
+  EXPECT_EQ(Units(W(u"ab")), UnitsOf(s));
+  s.FromUTF8(
+      "ab\xE2\x82\xAC"
+      "cd",
+      4);  // cut off by the length
+  EXPECT_EQ(Units(W(u"ab")), UnitsOf(s));
+  s.FromUTF8("x\xC0\xAFy", -1);  // overlong
+  EXPECT_EQ(Units(W(u"x")), UnitsOf(s));
+  s.FromUTF8("x\xF4\x90\x80\x80y", -1);  // beyond U+10FFFF
+  EXPECT_EQ(Units(W(u"x")), UnitsOf(s));
+  s.FromUTF8("x\x80y", -1);  // continuation byte as lead
+  EXPECT_EQ(Units(W(u"x")), UnitsOf(s));
+  s.FromUTF8("xy\0z", 4);  // a NUL ends the text
+  EXPECT_EQ(Units(W(u"xy")), UnitsOf(s));
+  s.FromUTF8("\xF0\x9D\x84\x9E\xED\xB0\x80", -1);
+  EXPECT_EQ(UnitsOf({0xD834, 0xDD1E, 0xDC00}), UnitsOf(s));
+  s.FromUTF8("\xFF", -1);
+  EXPECT_TRUE(s.IsEmpty());
+  s.FromUTF8(nullptr, 5);
+  EXPECT_TRUE(s.IsEmpty());
+  // A shared buffer is left to its other owners.
+  CUnicodeString a("shared");
+  CUnicodeString b(a);
+  b.FromUTF8("other", -1);
+  EXPECT_EQ(Units(W(u"shared")), UnitsOf(a));
+  EXPECT_EQ(Units(W(u"other")), UnitsOf(b));
+}
+
+TEST(UnicodeString, FromUtf8MatchesIcuAndRoundTrips) {
+  std::mt19937 rng(7);
+  CUnicodeString roomy;
+  roomy.EnsureCapacity(20000);  // decodes in place, without counting first
+  for (int round = 0; round < 300; ++round) {
+    Units text = RandomValidText(rng, rng() % 3000 + 1);
+    std::string utf8 = IcuToUtf8(text);
+    std::vector<UChar> icu(utf8.size() + 1);
+    int32_t length = 0;
+    UErrorCode status = U_ZERO_ERROR;
+    u_strFromUTF8(icu.data(), static_cast<int32_t>(icu.size()), &length, utf8.data(),
+                  static_cast<int32_t>(utf8.size()), &status);
+    ASSERT_TRUE(U_SUCCESS(status));
+    Units expected(reinterpret_cast<const unsigned short*>(icu.data()), length);
+    CUnicodeString fresh;
+    fresh.FromUTF8(utf8.c_str(), -1);
+    ASSERT_EQ(expected, UnitsOf(fresh));
+    roomy.FromUTF8(utf8.data(), static_cast<int>(utf8.size()));
+    ASSERT_EQ(expected, UnitsOf(roomy));
+    ASSERT_EQ(text, expected);
+  }
+}
+
+TEST(UnicodeString, FromUtf8SurvivesRandomBytes) {
+  std::mt19937 rng(99);
+  CUnicodeString roomy;
+  roomy.EnsureCapacity(5000);
+  for (int round = 0; round < 2000; ++round) {
+    std::string bytes(rng() % 300, '\0');
+    // Mostly well-formed leads and continuations, so decoding goes deep.
+    static const unsigned char kPicks[] = {'a',  'Z',  0xC3, 0xA9, 0xE2, 0x82, 0xAC,
+                                           0xF0, 0x9F, 0x98, 0x80, 0xED, 0xA0, 0xFF};
+    bool withSurrogateForms = round % 2 == 0;
+    for (char& b : bytes) {
+      b = static_cast<char>(rng() % 4 ? kPicks[rng() % sizeof kPicks] : rng() % 256);
+      if (!withSurrogateForms && static_cast<unsigned char>(b) == 0xED) b = 'e';
+    }
+    CUnicodeString s;
+    s.FromUTF8(bytes.data(), static_cast<int>(bytes.size()));
+    roomy.FromUTF8(bytes.data(), static_cast<int>(bytes.size()));
+    ASSERT_EQ(UnitsOf(s), UnitsOf(roomy));
+    ASSERT_LE(s.GetLength(), bytes.size());
+    // What was decoded is the text of a prefix of the input: written back it
+    // is that prefix (when no three-byte surrogate form can be among it,
+    // since ToUTF8 joins or replaces surrogates its own way).
+    if (bytes.find('\xED') == std::string::npos) {
+      CString back = s.ToUTF8();
+      ASSERT_EQ(0, std::memcmp(static_cast<const char*>(back), bytes.data(), back.GetLength()));
+    }
+  }
+}
+
+void FormatInto(CUnicodeString& s, const char16_t* format, ...) {
+  va_list args;
+  va_start(args, format);
+  s.FormatV(W(format), args);
+  va_end(args);
+}
+
+TEST(UnicodeString, FormatsSixteenBitText) {
+  CUnicodeString s;
+  s.Format(W(u"%s|%hs|%d|%5.1f|%c"), W(u"wide€"), "n\xC3\xA4rrow", -42, 2.5, 0x263A);
+  EXPECT_EQ(Units(W(u"wide€|närrow|-42|  2.5|☺")), UnitsOf(s));
+  FormatInto(s, u"%ls-%S", W(u"a"), "b");
+  EXPECT_EQ(Units(W(u"a-b")), UnitsOf(s));
+  s.Format(static_cast<const unsigned short*>(nullptr));
+  EXPECT_TRUE(s.IsEmpty());
+  // Around the 1024-unit scratch block: nothing is cut short, whether the
+  // result is exactly 1023 units (formatted again in 2048) or longer.
+  for (int n : {1022, 1023, 1024, 2047, 2048, 5000}) {
+    std::u16string pad(static_cast<std::size_t>(n - 1), u'p');
+    s.Format(W(u"%s!"), W(pad.c_str()));
+    ASSERT_EQ(static_cast<unsigned int>(n), s.GetLength());
+    EXPECT_EQ('!', s[n - 1]);
+  }
+}
+
+TEST(UnicodeString, AllocationFailuresThrowAndLeakNothing) {
+  const std::string longNarrow(1500, 'n');
+  Units longWide(1800, 'w');
+  ExpectEveryFailureClean([&] { CUnicodeString s(longNarrow.c_str()); });
+  ExpectEveryFailureClean([&] {
+    CUnicodeString s(W(u"short"));
+    CUnicodeString copy(s);
+    s += longWide.c_str();  // unshares into a heap block
+  });
+  ExpectEveryFailureClean([&] {
+    CUnicodeString s;
+    s.Format(W(u"%s%s"), longWide.c_str(), longWide.c_str());  // grows past 1024 units
+  });
+  ExpectEveryFailureClean([&] {
+    CUnicodeString s(longWide.c_str());
+    CString narrow = s.ToUTF8();
+  });
+  ExpectEveryFailureClean([&] {
+    CUnicodeString s(longWide.c_str());
+    s.Compare(longNarrow.c_str());  // the narrow side goes through a scratch buffer
+  });
+  ExpectEveryFailureClean([&] {
+    CUnicodeString s;
+    s.FromUTF8(longNarrow.c_str(), -1);
+  });
+  ExpectEveryFailureClean([&] {
+    CUnicodeString s(W(u"a b a"));
+    s.Replace(W(u"a"), longWide.c_str());
+  });
+  // The exception names its source.
+  FaultGuard guard;
+  platform::FailAllocationAt(1, true);
+  try {
+    CUnicodeString s(longNarrow.c_str());
+    FAIL() << "no exception";
+  } catch (const CMemoryException& e) {
+    EXPECT_STREQ("vesk/base/UnicodeString", e.GetSourceFile());
+  }
+}
+
+}  // namespace
