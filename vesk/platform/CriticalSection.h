@@ -20,11 +20,11 @@ bool SectionInit(CriticalSection* section) noexcept;
 void SectionDelete(CriticalSection* section) noexcept;
 /// Blocks until the calling thread holds the section (again); false when the
 /// host reports a failure, in which case the section is not held.
-bool SectionEnter(CriticalSection* section) noexcept;
+inline bool SectionEnter(CriticalSection* section) noexcept;
 /// One attempt to enter; true when the calling thread now holds the section.
-bool SectionTryEnter(CriticalSection* section) noexcept;
+inline bool SectionTryEnter(CriticalSection* section) noexcept;
 /// Gives up one hold of the calling thread.
-void SectionLeave(CriticalSection* section) noexcept;
+inline void SectionLeave(CriticalSection* section) noexcept;
 
 /// Allocates a heap block and initialises a section in it. Throws
 /// CMemoryException (source "vesk/base/Base") when the block cannot be had,
@@ -38,5 +38,13 @@ void DeleteCriticalSection(CriticalSection* section) noexcept;
 
 }  // namespace platform
 }  // namespace vesk
+
+// Enter and leave sit on every lock's fast path, so the host defines them
+// inline.
+#if defined(_WIN32)
+#include "vesk/platform/win/CriticalSectionInline.h"
+#else
+#include "vesk/platform/posix/CriticalSectionInline.h"
+#endif
 
 #endif
