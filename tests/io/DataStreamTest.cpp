@@ -1,9 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <functional>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
@@ -156,8 +156,7 @@ TEST(DataOutputStream, WireFormat) {
   // One Write on the wrapped stream per value.
   CSink sink;
   CDataOutputStream out(&sink);
-  out << true << 'a' << (unsigned char)1 << (short)2 << 3 << (unsigned short)4 << 5u << 6.0f
-      << 7.0;
+  out << true << 'a' << (unsigned char)1 << (short)2 << 3 << (unsigned short)4 << 5u << 6.0f << 7.0;
   EXPECT_EQ(sink.writes, 9);
   EXPECT_EQ(sink.bytes.size(), 1u + 1 + 1 + 2 + 4 + 2 + 4 + 4 + 8);
 }
@@ -194,7 +193,11 @@ TEST(DataOutputStream, Strings) {
               CDataOutputStream& base = o;
               base << ab << CUnicodeString(ab);
             }),
-            std::string("\x00\x02" "ab" "\x00\x02" "ab", 8));
+            std::string("\x00\x02"
+                        "ab"
+                        "\x00\x02"
+                        "ab",
+                        8));
 }
 
 TEST(JavaDataOutputStream, LengthLimit) {
@@ -221,7 +224,8 @@ TEST(DataInputStream, RoundTripsEveryTypeInBothForms) {
   for (bool java : {false, true}) {
     SCOPED_TRACE(java ? "compatible" : "native");
     CMemoryOutputStream memory;
-    CDataOutputStream* out = java ? new CJavaDataOutputStream(&memory) : new CDataOutputStream(&memory);
+    CDataOutputStream* out =
+        java ? new CJavaDataOutputStream(&memory) : new CDataOutputStream(&memory);
     const std::u16string text = u"a\u00E9\u20AC\U0001F600z";
     *out << true << false << '\x85' << (unsigned char)0xC8 << (short)-12345 << -123456789
          << (unsigned short)65000 << 4000000000u << 3.5f << -2.25e300 << FromU16(text)
@@ -277,7 +281,12 @@ TEST(DataInputStream, EndOfDataAndOddBytes) {
 
 TEST(DataInputStream, StringReads) {
   // A zero byte in the data ends the string; the rest of it is consumed.
-  CSource source(std::string("\x00\x00\x00\x05" "ab\0cd" "\x00\x01" "x", 12));
+  CSource source(
+      std::string("\x00\x00\x00\x05"
+                  "ab\0cd"
+                  "\x00\x01"
+                  "x",
+                  12));
   CDataInputStream in(&source);
   EXPECT_EQ(ToU16(in.ReadString()), u"ab");
   EXPECT_EQ(in.GetAvailable(), 3u);
@@ -285,19 +294,28 @@ TEST(DataInputStream, StringReads) {
   EXPECT_EQ(ToU16(java.ReadString()), u"x");
 
   // The count and the bytes each take one read.
-  CSource counted(std::string("\x00\x00\x00\x03" "abc", 7));
+  CSource counted(
+      std::string("\x00\x00\x00\x03"
+                  "abc",
+                  7));
   CDataInputStream in2(&counted);
   EXPECT_EQ(ToU16(in2.ReadString()), u"abc");
   EXPECT_EQ(counted.reads, 2);
 
   // A count beyond the data yields what arrived.
-  CSource shortData(std::string("\x00\x00\x00\x40" "hi", 6));
+  CSource shortData(
+      std::string("\x00\x00\x00\x40"
+                  "hi",
+                  6));
   CDataInputStream in3(&shortData);
   EXPECT_EQ(ToU16(in3.ReadString()), u"hi");
 }
 
 TEST(DataInputStream, StringBufferAllocationFailure) {
-  std::string data("\x00\x00\x00\x03" "abc", 7);
+  std::string data(
+      "\x00\x00\x00\x03"
+      "abc",
+      7);
   CSource source(data);
   CDataInputStream in(&source);
   long live = platform::LiveAllocations();
@@ -337,7 +355,7 @@ TEST(DataStreams, ObjectsWriteExactlyTheirHooksBytes) {
 // --- construction, forwarding and closing ---------------------------------------------
 
 TEST(DataStreams, ConstructorsRejectMissingStreams) {
-  ExpectThrow<CIllegalArgumentException>([] { CDataInputStream in(CRef<CInputStream>()); },
+  ExpectThrow<CIllegalArgumentException>([] { CDataInputStream in{CRef<CInputStream>()}; },
                                          "vesk/io/DataInputStream", "Invalid input stream.");
   ExpectThrow<CIllegalArgumentException>(
       [] { CDataInputStream in(static_cast<CInputStream*>(nullptr)); }, "vesk/io/DataInputStream",
@@ -345,7 +363,7 @@ TEST(DataStreams, ConstructorsRejectMissingStreams) {
   ExpectThrow<CIllegalArgumentException>(
       [] { CJavaDataInputStream in(static_cast<CInputStream*>(nullptr)); },
       "vesk/io/DataInputStream", "Invalid intput stream.");
-  ExpectThrow<CIllegalArgumentException>([] { CDataOutputStream out(CRef<COutputStream>()); },
+  ExpectThrow<CIllegalArgumentException>([] { CDataOutputStream out{CRef<COutputStream>()}; },
                                          "vesk/io/DataOutputStream", "Invalid output stream.");
   ExpectThrow<CIllegalArgumentException>(
       [] { CJavaDataOutputStream out(static_cast<COutputStream*>(nullptr)); },
@@ -408,24 +426,43 @@ TEST(DataStreams, ForwardingAndClose) {
 
   const char* inSource = "vesk/io/DataInputStream";
   const char* outSource = "vesk/io/DataOutputStream";
-  std::vector<std::function<void()>> reads = {
-      [&] { in.GetAvailable(); },  [&] { in.Read(buf, 0, 1); }, [&] { in.Read(buf, 1); },
-      [&] { in.Read(); },          [&] { in.Skip(1); },         [&] { in.Reset(); },
-      [&] { in.ReadBool(); },      [&] { in.ReadByte(); },      [&] { in.ReadSByte(); },
-      [&] { in.ReadInt16(); },     [&] { in.ReadUInt16(); },    [&] { in.ReadInt32(); },
-      [&] { in.ReadUInt32(); },    [&] { in.ReadFloat(); },     [&] { in.ReadDouble(); },
-      [&] { in.ReadString(); },    [&] {
-        Point p;
-        in.ReadObject(p);
-      }};
+  std::vector<std::function<void()>> reads = {[&] { in.GetAvailable(); },
+                                              [&] { in.Read(buf, 0, 1); },
+                                              [&] { in.Read(buf, 1); },
+                                              [&] { in.Read(); },
+                                              [&] { in.Skip(1); },
+                                              [&] { in.Reset(); },
+                                              [&] { in.ReadBool(); },
+                                              [&] { in.ReadByte(); },
+                                              [&] { in.ReadSByte(); },
+                                              [&] { in.ReadInt16(); },
+                                              [&] { in.ReadUInt16(); },
+                                              [&] { in.ReadInt32(); },
+                                              [&] { in.ReadUInt32(); },
+                                              [&] { in.ReadFloat(); },
+                                              [&] { in.ReadDouble(); },
+                                              [&] { in.ReadString(); },
+                                              [&] {
+                                                Point p;
+                                                in.ReadObject(p);
+                                              }};
   for (auto& call : reads) ExpectThrow<CIOException>(call, inSource, "Stream closed.");
   const unsigned short text[] = {'a', 0};
   std::vector<std::function<void()>> writes = {
-      [&] { out.Write("a", 0, 1); }, [&] { out.Write("a", 1); },   [&] { out.Write('a'); },
-      [&] { out.Flush(); },          [&] { out.WriteBool(true); }, [&] { out.WriteByte(1); },
-      [&] { out.WriteUByte(1); },    [&] { out.WriteInt16(1); },   [&] { out.WriteUInt16(1); },
-      [&] { out.WriteInt32(1); },    [&] { out.WriteUInt32(1); },  [&] { out.WriteFloat(1); },
-      [&] { out.WriteDouble(1); },   [&] { out.WriteString(text); },
+      [&] { out.Write("a", 0, 1); },
+      [&] { out.Write("a", 1); },
+      [&] { out.Write('a'); },
+      [&] { out.Flush(); },
+      [&] { out.WriteBool(true); },
+      [&] { out.WriteByte(1); },
+      [&] { out.WriteUByte(1); },
+      [&] { out.WriteInt16(1); },
+      [&] { out.WriteUInt16(1); },
+      [&] { out.WriteInt32(1); },
+      [&] { out.WriteUInt32(1); },
+      [&] { out.WriteFloat(1); },
+      [&] { out.WriteDouble(1); },
+      [&] { out.WriteString(text); },
       [&] { out.WriteString(CUnicodeString()); },
       [&] { out.WriteString(static_cast<const unsigned short*>(nullptr)); },
       [&] { out.WriteObject(Point()); }};

@@ -1,0 +1,508 @@
+#include "vesk/base/BinaryData.h"
+
+#include <cstdint>
+#include <cstring>
+
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/NumberFormatException.h"
+#include "vesk/platform/Memory.h"
+#include "vesk/platform/Throw.h"
+#include "vesk/platform/Utf16.h"
+
+namespace vesk {
+namespace base {
+
+namespace {
+
+const char kSource[] = "vesk/base/BinaryData";
+constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr char kHexDigits[] = "0123456789ABCDEF";
+
+// Lookup tables, computed at compile time.
+//  - encode12: the two Base64 characters of a 12-bit value, first one in the
+//    low byte (so a little-endian 16-bit store writes them in order);
+//  - decode0..3: the alphabet value of a character, pre-shifted to its place
+//    in a 24-bit group, or kBad for a character outside the alphabet. ORing
+//    the four lookups of a group gives the group and, in the top byte, a
+//    verdict for all four characters at once;
+//  - hexPair: the two binhex digits of a byte;
+//  - hexValue: the value of an upper-case hex digit, or 0xFF.
+constexpr std::uint32_t kBad = 0x01000000u;
+
+struct Tables {
+  std::uint16_t encode12[4096];
+  std::uint32_t decode[4][256];
+  std::uint16_t hexPair[256];
+  std::uint8_t hexValue[256];
+
+  constexpr Tables() : encode12{}, decode{}, hexPair{}, hexValue{} {
+    for (unsigned v = 0; v < 4096; ++v) {
+      encode12[v] =
+          static_cast<std::uint16_t>(static_cast<unsigned char>(kAlphabet[v >> 6]) |
+                                     (static_cast<unsigned char>(kAlphabet[v & 63]) << 8));
+    }
+    for (unsigned c = 0; c < 256; ++c) {
+      for (int k = 0; k < 4; ++k) decode[k][c] = kBad;
+      hexValue[c] = 0xFF;
+    }
+    for (unsigned i = 0; i < 64; ++i) {
+      unsigned char c = static_cast<unsigned char>(kAlphabet[i]);
+      decode[0][c] = i << 18;
+      decode[1][c] = i << 12;
+      decode[2][c] = i << 6;
+      decode[3][c] = i;
+    }
+    for (unsigned b = 0; b < 256; ++b) {
+      hexPair[b] =
+          static_cast<std::uint16_t>(static_cast<unsigned char>(kHexDigits[b >> 4]) |
+                                     (static_cast<unsigned char>(kHexDigits[b & 15]) << 8));
+    }
+    for (unsigned i = 0; i < 16; ++i) hexValue[static_cast<unsigned char>(kHexDigits[i])] = i;
+  }
+};
+
+constexpr Tables kTables;
+
+// --- units ------------------------------------------------------------------
+// The codecs are written once over the text unit: char for narrow text,
+// unsigned short for 16-bit text. Index() maps a unit to a table index, with
+// every 16-bit unit of 256 or more mapped to a byte outside all the
+// alphabets (0x80), so it fails like any other foreign character.
+
+inline unsigned Index(char c) { return static_cast<unsigned char>(c); }
+inline unsigned Index(unsigned short c) { return c < 256 ? c : 0x80u; }
+
+inline void PutPair(char* out, std::uint16_t pair) { std::memcpy(out, &pair, 2); }
+inline void PutPair(unsigned short* out, std::uint16_t pair) {
+  out[0] = static_cast<unsigned short>(pair & 0xFF);
+  out[1] = static_cast<unsigned short>(pair >> 8);
+}
+
+// --- Base64 -----------------------------------------------------------------
+
+/// Encoded length of n bytes (n > 0).
+inline std::size_t Base64Length(std::size_t n) { return (n - 1) / 3 * 4 + 4; }
+
+template <typename Unit>
+void EncodeBase64(const unsigned char* in, std::size_t n, Unit* out) {
+  const std::uint16_t* enc = kTables.encode12;
+  std::size_t whole = n / 3;
+  std::size_t i = 0;
+  // Four groups per round: twelve bytes in, sixteen units out.
+  for (; i + 4 <= whole; i += 4, in += 12, out += 16) {
+    for (int g = 0; g < 4; ++g) {
+      const unsigned char* p = in + 3 * g;
+      std::uint32_t v = (std::uint32_t(p[0]) << 16) | (std::uint32_t(p[1]) << 8) | p[2];
+      PutPair(out + 4 * g, enc[v >> 12]);
+      PutPair(out + 4 * g + 2, enc[v & 0xFFF]);
+    }
+  }
+  for (; i < whole; ++i, in += 3, out += 4) {
+    std::uint32_t v = (std::uint32_t(in[0]) << 16) | (std::uint32_t(in[1]) << 8) | in[2];
+    PutPair(out, enc[v >> 12]);
+    PutPair(out + 2, enc[v & 0xFFF]);
+  }
+  switch (n % 3) {
+    case 1:
+      out[0] = static_cast<Unit>(kAlphabet[in[0] >> 2]);
+      out[1] = static_cast<Unit>(kAlphabet[(in[0] & 3) << 4]);
+      out[2] = out[3] = static_cast<Unit>('=');
+      break;
+    case 2:
+      out[0] = static_cast<Unit>(kAlphabet[in[0] >> 2]);
+      out[1] = static_cast<Unit>(kAlphabet[((in[0] & 3) << 4) + (in[1] >> 4)]);
+      out[2] = static_cast<Unit>(kAlphabet[(in[1] & 15) << 2]);
+      out[3] = static_cast<Unit>('=');
+      break;
+  }
+}
+
+/// Decodes groups text[0 .. 4 * groups) into out. Returns the number of
+/// bytes written, or -1 at the first bad group.
+template <typename Unit>
+long long DecodeBase64(const Unit* text, std::size_t groups, unsigned char* out) {
+  const std::uint32_t(*dec)[256] = kTables.decode;
+  unsigned char* start = out;
+  for (std::size_t g = 0; g < groups; ++g, text += 4) {
+    if (text[3] != static_cast<Unit>('=')) {
+      std::uint32_t v = dec[0][Index(text[0])] | dec[1][Index(text[1])] | dec[2][Index(text[2])] |
+                        dec[3][Index(text[3])];
+      if (v & kBad) return -1;
+      out[0] = static_cast<unsigned char>(v >> 16);
+      out[1] = static_cast<unsigned char>(v >> 8);
+      out[2] = static_cast<unsigned char>(v);
+      out += 3;
+    } else if (text[2] == static_cast<Unit>('=')) {
+      std::uint32_t v = dec[0][Index(text[0])] | dec[1][Index(text[1])];
+      if (v & kBad) return -1;
+      *out++ = static_cast<unsigned char>(v >> 16);
+    } else {
+      std::uint32_t v = dec[0][Index(text[0])] | dec[1][Index(text[1])] | dec[2][Index(text[2])];
+      if (v & kBad) return -1;
+      out[0] = static_cast<unsigned char>(v >> 16);
+      out[1] = static_cast<unsigned char>(v >> 8);
+      out += 2;
+    }
+  }
+  return out - start;
+}
+
+template <typename Unit>
+void ParseBase64(const Unit* text, unsigned int textLength, char*& data, unsigned int& length) {
+  data = nullptr;
+  length = 0;
+  if (textLength % 4 != 0) {
+    VESK_THROW(kSource, CNumberFormatException, "Invalid base64 encoded binary data.");
+  }
+  // An empty text decodes to nothing; no block is handed out for it.
+  if (textLength == 0) return;
+  std::size_t groups = textLength / 4;
+  char* block = static_cast<char*>(platform::Alloc(groups * 3));
+  if (!block) VESK_THROW(kSource, CMemoryException);
+  data = block;
+  // The reported length is the number of groups, set before decoding and
+  // left as it is afterwards: callers rely on that figure.
+  length = static_cast<unsigned int>(groups);
+  if (DecodeBase64(text, groups, reinterpret_cast<unsigned char*>(block)) < 0) {
+    platform::Free(block);
+    data = nullptr;
+    length = 0;
+    VESK_THROW(kSource, CNumberFormatException, "Invalid base 64 char found.");
+  }
+}
+
+// --- binhex -----------------------------------------------------------------
+
+template <typename Unit>
+void EncodeBinHex(const unsigned char* in, std::size_t n, Unit* out) {
+  for (std::size_t i = 0; i < n; ++i, out += 2) PutPair(out, kTables.hexPair[in[i]]);
+}
+
+/// Decodes textLength (even) units into out; false at the first bad digit.
+template <typename Unit>
+bool DecodeBinHex(const Unit* text, std::size_t textLength, unsigned char* out) {
+  const std::uint8_t* val = kTables.hexValue;
+  for (std::size_t i = 0; i < textLength; i += 2) {
+    unsigned hi = val[Index(text[i])];
+    unsigned lo = val[Index(text[i + 1])];
+    if ((hi | lo) & 0xF0) return false;
+    *out++ = static_cast<unsigned char>((hi << 4) | lo);
+  }
+  return true;
+}
+
+template <typename Unit>
+void ParseBinHex(const Unit* text, unsigned int textLength, char*& data, unsigned int& length) {
+  data = nullptr;
+  length = 0;
+  if (textLength % 2 != 0) {
+    VESK_THROW(kSource, CNumberFormatException, "Invalid binhex encoded binary data.");
+  }
+  if (textLength == 0) return;
+  unsigned int n = textLength / 2;
+  char* block = static_cast<char*>(platform::Alloc(n));
+  if (!block) VESK_THROW(kSource, CMemoryException);
+  data = block;
+  length = n;
+  if (!DecodeBinHex(text, textLength, reinterpret_cast<unsigned char*>(block))) {
+    platform::Free(block);
+    data = nullptr;
+    length = 0;
+    VESK_THROW(kSource, CNumberFormatException, "Invalid binhex digit.");
+  }
+}
+
+// --- building the output text -------------------------------------------------
+
+/// A scratch block freed on every way out.
+class CScratch {
+ public:
+  explicit CScratch(std::size_t bytes) : m_block(platform::Alloc(bytes)) {
+    if (!m_block) VESK_THROW(kSource, CMemoryException);
+  }
+  ~CScratch() { platform::Free(m_block); }
+  CScratch(const CScratch&) = delete;
+  CScratch& operator=(const CScratch&) = delete;
+  template <typename T>
+  T* As() const {
+    return static_cast<T*>(m_block);
+  }
+
+ private:
+  void* m_block;
+};
+
+/// Encoded texts longer than a string can hold cannot be built.
+void CheckTextLength(std::size_t units) {
+  if (units >= 0xFFFFFFFFu) VESK_THROW(kSource, CMemoryException);
+}
+
+inline void CheckData(const char* data) {
+  if (!data) VESK_THROW(kSource, CIllegalArgumentException, "Illegal data pointer.");
+}
+
+inline void CheckText(const void* text) {
+  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid value buffer.");
+}
+
+inline void CheckExplicitLength(unsigned int length) {
+  if (length == 0) VESK_THROW(kSource, CIllegalArgumentException, "Invalid value buffer length.");
+}
+
+}  // namespace
+
+// --- CBinaryData ----------------------------------------------------------------
+
+CBinaryData::CBinaryData() : m_data(nullptr), m_length(0) {}
+
+CBinaryData::CBinaryData(unsigned int length) : m_data(nullptr), m_length(0) {
+  if (length == 0) return;
+  m_data = static_cast<char*>(platform::Alloc(length));
+  if (!m_data) VESK_THROW(kSource, CMemoryException);
+  std::memset(m_data, 0, length);
+  m_length = length;
+}
+
+CBinaryData::CBinaryData(const char* data, unsigned int length) : m_data(nullptr), m_length(0) {
+  if (!data) VESK_THROW(kSource, CIllegalArgumentException, "Invalid binary data.");
+  if (length == 0) return;
+  m_data = static_cast<char*>(platform::Alloc(length));
+  if (!m_data) VESK_THROW(kSource, CMemoryException);
+  std::memcpy(m_data, data, length);
+  m_length = length;
+}
+
+CBinaryData::CBinaryData(const CBinaryData& other) : CBase(other), m_data(nullptr), m_length(0) {
+  if (other.m_length == 0) return;
+  m_data = static_cast<char*>(platform::Alloc(other.m_length));
+  if (!m_data) VESK_THROW(kSource, CMemoryException);
+  std::memcpy(m_data, other.m_data, other.m_length);
+  m_length = other.m_length;
+}
+
+CBinaryData& CBinaryData::operator=(const CBinaryData& other) {
+  if (this == &other) return *this;
+  char* fresh = nullptr;
+  if (other.m_length != 0) {
+    fresh = static_cast<char*>(platform::Alloc(other.m_length));
+    if (!fresh) VESK_THROW(kSource, CMemoryException);
+    std::memcpy(fresh, other.m_data, other.m_length);
+  }
+  platform::Free(m_data);
+  m_data = fresh;
+  m_length = other.m_length;
+  return *this;
+}
+
+CBinaryData::~CBinaryData() { platform::Free(m_data); }
+
+void CBinaryData::Truncate(unsigned int length) {
+  if (length > m_length) VESK_THROW(kSource, CIllegalArgumentException, "Invalid new data length.");
+  if (length == 0) {
+    platform::Free(m_data);
+    m_data = nullptr;
+  }
+  m_length = length;
+}
+
+bool CBinaryData::operator==(const CBinaryData& other) const {
+  if (this == &other) return true;
+  if (m_length != other.m_length) return false;
+  return m_length == 0 || std::memcmp(m_data, other.m_data, m_length) == 0;
+}
+
+int CBinaryData::Compare(const CBinaryData& other) const {
+  if (m_length != other.m_length) return m_length < other.m_length ? -1 : 1;
+  if (m_length == 0) return 0;
+  return std::memcmp(m_data, other.m_data, m_length);
+}
+
+void CBinaryData::FromBinHexString(const char* text) {
+  Truncate(0);
+  ParseBinHexString(text, m_data, m_length);
+}
+
+void CBinaryData::FromBinHexString(const char* text, unsigned int length) {
+  Truncate(0);
+  ParseBinHexString(text, length, m_data, m_length);
+}
+
+void CBinaryData::FromBinHexUnicodeString(const unsigned short* text) {
+  Truncate(0);
+  ParseBinHexUnicodeString(text, m_data, m_length);
+}
+
+void CBinaryData::FromBinHexUnicodeString(const unsigned short* text, unsigned int length) {
+  Truncate(0);
+  ParseBinHexUnicodeString(text, length, m_data, m_length);
+}
+
+// An empty object has no block to point at; its text is the empty text.
+void CBinaryData::ToBinHexString(CString& out) const {
+  if (m_length == 0) {
+    out.Empty();
+    return;
+  }
+  ToBinHexString(m_data, m_length, out);
+}
+
+CString CBinaryData::ToBinHexString() const {
+  CString out;
+  ToBinHexString(out);
+  return out;
+}
+
+void CBinaryData::ToBinHexUnicodeString(CUnicodeString& out) const {
+  if (m_length == 0) {
+    out.Empty();
+    return;
+  }
+  ToBinHexUnicodeString(m_data, m_length, out);
+}
+
+CUnicodeString CBinaryData::ToBinHexUnicodeString() const {
+  CUnicodeString out;
+  ToBinHexUnicodeString(out);
+  return out;
+}
+
+// --- static conversions ------------------------------------------------------------
+
+// Encoding zero bytes gives the empty text (the size formula has nothing to
+// round up from).
+void CBinaryData::ToBase64String(const char* data, unsigned int length, CString& out) {
+  CheckData(data);
+  if (length == 0) {
+    out.Empty();
+    return;
+  }
+  std::size_t units = Base64Length(length);
+  CheckTextLength(units);
+  CScratch text(units + 1);
+  EncodeBase64(reinterpret_cast<const unsigned char*>(data), length, text.As<char>());
+  text.As<char>()[units] = 0;
+  out.Set(text.As<char>(), static_cast<unsigned int>(units));
+}
+
+CString CBinaryData::ToBase64String(const char* data, unsigned int length) {
+  CString out;
+  ToBase64String(data, length, out);
+  return out;
+}
+
+void CBinaryData::ToBase64UnicodeString(const char* data, unsigned int length,
+                                        CUnicodeString& out) {
+  CheckData(data);
+  if (length == 0) {
+    out.Empty();
+    return;
+  }
+  std::size_t units = Base64Length(length);
+  CheckTextLength(units);
+  CScratch text((units + 1) * sizeof(unsigned short));
+  EncodeBase64(reinterpret_cast<const unsigned char*>(data), length, text.As<unsigned short>());
+  text.As<unsigned short>()[units] = 0;
+  out.Set(text.As<unsigned short>(), static_cast<unsigned int>(units));
+}
+
+CUnicodeString CBinaryData::ToBase64UnicodeString(const char* data, unsigned int length) {
+  CUnicodeString out;
+  ToBase64UnicodeString(data, length, out);
+  return out;
+}
+
+void CBinaryData::ParseBase64String(const CString& text, char*& data, unsigned int& length) {
+  ParseBase64(static_cast<const char*>(text), text.GetLength(), data, length);
+}
+
+void CBinaryData::ParseBase64UnicodeString(const CUnicodeString& text, char*& data,
+                                           unsigned int& length) {
+  ParseBase64(static_cast<const unsigned short*>(text), text.GetLength(), data, length);
+}
+
+void CBinaryData::ToBinHexString(const char* data, unsigned int length, CString& out) {
+  CheckData(data);
+  if (length == 0) {
+    out.Empty();
+    return;
+  }
+  std::size_t units = std::size_t(length) * 2;
+  CheckTextLength(units);
+  CScratch text(units + 1);
+  EncodeBinHex(reinterpret_cast<const unsigned char*>(data), length, text.As<char>());
+  text.As<char>()[units] = 0;
+  out.Set(text.As<char>(), static_cast<unsigned int>(units));
+}
+
+CString CBinaryData::ToBinHexString(const char* data, unsigned int length) {
+  CString out;
+  ToBinHexString(data, length, out);
+  return out;
+}
+
+void CBinaryData::ToBinHexUnicodeString(const char* data, unsigned int length,
+                                        CUnicodeString& out) {
+  CheckData(data);
+  if (length == 0) {
+    out.Empty();
+    return;
+  }
+  std::size_t units = std::size_t(length) * 2;
+  CheckTextLength(units);
+  CScratch text((units + 1) * sizeof(unsigned short));
+  EncodeBinHex(reinterpret_cast<const unsigned char*>(data), length, text.As<unsigned short>());
+  text.As<unsigned short>()[units] = 0;
+  out.Set(text.As<unsigned short>(), static_cast<unsigned int>(units));
+}
+
+CUnicodeString CBinaryData::ToBinHexUnicodeString(const char* data, unsigned int length) {
+  CUnicodeString out;
+  ToBinHexUnicodeString(data, length, out);
+  return out;
+}
+
+void CBinaryData::ParseBinHexString(const CString& text, char*& data, unsigned int& length) {
+  ParseBinHex(static_cast<const char*>(text), text.GetLength(), data, length);
+}
+
+void CBinaryData::ParseBinHexString(const char* text, char*& data, unsigned int& length) {
+  data = nullptr;
+  length = 0;
+  CheckText(text);
+  ParseBinHex(text, static_cast<unsigned int>(std::strlen(text)), data, length);
+}
+
+void CBinaryData::ParseBinHexString(const char* text, unsigned int textLength, char*& data,
+                                    unsigned int& length) {
+  data = nullptr;
+  length = 0;
+  CheckText(text);
+  CheckExplicitLength(textLength);
+  ParseBinHex(text, textLength, data, length);
+}
+
+void CBinaryData::ParseBinHexUnicodeString(const CUnicodeString& text, char*& data,
+                                           unsigned int& length) {
+  ParseBinHex(static_cast<const unsigned short*>(text), text.GetLength(), data, length);
+}
+
+void CBinaryData::ParseBinHexUnicodeString(const unsigned short* text, char*& data,
+                                           unsigned int& length) {
+  data = nullptr;
+  length = 0;
+  CheckText(text);
+  ParseBinHex(text, platform::Utf16Length(text), data, length);
+}
+
+void CBinaryData::ParseBinHexUnicodeString(const unsigned short* text, unsigned int textLength,
+                                           char*& data, unsigned int& length) {
+  data = nullptr;
+  length = 0;
+  CheckText(text);
+  CheckExplicitLength(textLength);
+  ParseBinHex(text, textLength, data, length);
+}
+
+}  // namespace base
+}  // namespace vesk

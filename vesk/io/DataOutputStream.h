@@ -1,0 +1,84 @@
+/// \file
+/// CDataOutputStream: writes typed values to any byte output stream.
+#ifndef VESK_IO_DATAOUTPUTSTREAM_H
+#define VESK_IO_DATAOUTPUTSTREAM_H
+
+#include "vesk/base/Ref.h"
+#include "vesk/base/UnicodeString.h"
+#include "vesk/io/ISerializable.h"
+#include "vesk/io/OutputStream.h"
+
+namespace vesk {
+namespace io {
+
+/// Writes typed values, each with one Write on the wrapped stream:
+/// bool as 0x01 / 0x00, integers big-endian, float and double in host
+/// (little-endian) byte order, unswapped, so that existing files stay
+/// readable; strings as a 4-byte big-endian UTF-8 byte count and the bytes.
+class VESK_API CDataOutputStream : public COutputStream {
+  VESK_DECLARE_CLASS(CDataOutputStream);
+
+  /// Shares ownership of stream. Throws CIllegalArgumentException
+  /// "Invalid output stream." for an empty handle.
+  explicit CDataOutputStream(const vesk::base::CRef<COutputStream>& stream);
+  /// Borrows stream; the caller keeps it alive. Same exception for null.
+  explicit CDataOutputStream(COutputStream* stream);
+  /// Releases the shared handle; neither flushes nor closes.
+  ~CDataOutputStream() override;
+
+  // Forwarded to the wrapped stream; CIOException "Stream closed." once
+  // this stream is closed.
+  void Write(const char* buffer, unsigned int offset, unsigned int length) override;
+  void Write(const char* buffer, unsigned int length) override;
+  void Write(char byte) override;
+  void Flush() override;
+  /// Closes the wrapped stream; this stream is closed afterwards even when
+  /// that throws. Closing again does nothing.
+  void Close() override;
+
+  virtual void WriteBool(bool value);
+  virtual void WriteByte(char value);
+  virtual void WriteUByte(unsigned char value);
+  virtual void WriteInt16(short value);
+  virtual void WriteInt32(int value);
+  virtual void WriteUInt16(unsigned short value);
+  virtual void WriteUInt32(unsigned int value);
+  virtual void WriteFloat(float value);
+  virtual void WriteDouble(double value);
+  /// The UTF-8 byte count (4 bytes, big-endian), then the bytes; the empty
+  /// string writes the four zero bytes.
+  virtual void WriteString(const vesk::base::CUnicodeString& text);
+  /// A null or empty text writes nothing at all, not even a count, so a
+  /// reader expecting a string there gets out of step. Existing data has
+  /// this shape; write an empty CUnicodeString to get the count 0.
+  virtual void WriteString(const unsigned short* text);
+  /// Lets obj write its state: obj.WriteTo(*this).
+  virtual void WriteObject(const ISerializable& obj);
+
+  CDataOutputStream& operator<<(bool value);
+  CDataOutputStream& operator<<(char value);
+  CDataOutputStream& operator<<(unsigned char value);
+  CDataOutputStream& operator<<(short value);
+  CDataOutputStream& operator<<(int value);
+  CDataOutputStream& operator<<(unsigned short value);
+  CDataOutputStream& operator<<(unsigned int value);
+  CDataOutputStream& operator<<(float value);
+  CDataOutputStream& operator<<(double value);
+  CDataOutputStream& operator<<(const unsigned short* text);
+  CDataOutputStream& operator<<(const vesk::base::CUnicodeString& text);
+  CDataOutputStream& operator<<(const ISerializable& obj);
+
+ protected:
+  vesk::base::CRef<COutputStream> m_streamRef;
+  /// The wrapped stream; null once closed.
+  COutputStream* m_stream;
+
+ private:
+  CDataOutputStream(const CDataOutputStream&) = delete;
+  CDataOutputStream& operator=(const CDataOutputStream&) = delete;
+};
+
+}  // namespace io
+}  // namespace vesk
+
+#endif
