@@ -92,6 +92,12 @@
 #include "vesk/util/Sort.h"
 #include "vesk/util/Stack.h"
 #include "vesk/util/StringHashCode.h"
+#include "vesk/util/StringHashtable.h"
+#include "vesk/util/StringMap.h"
+#include "vesk/util/StringSet.h"
+#include "vesk/util/StringVector.h"
+#include "vesk/util/StringVectorEnumeration.h"
+#include "vesk/util/StringVectorH.h"
 #include "vesk/util/regex/RegExParseException.h"
 
 #endif

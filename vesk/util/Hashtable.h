@@ -197,6 +197,23 @@ class CHashtable : public vesk::base::CBase {
     return false;
   }
 
+  /// Removes every entry for which remove(key, value) is true.
+  template <class F>
+  void RemoveIf(F remove) {
+    for (unsigned int i = 0; i < m_bucketCount; ++i) {
+      CEntry** link = &m_buckets[i];
+      while (CEntry* e = *link) {
+        if (remove(static_cast<const K&>(e->m_key), static_cast<const V&>(e->m_value))) {
+          *link = e->m_next;
+          --m_count;
+          DeleteEntry(e);
+        } else {
+          link = &e->m_next;
+        }
+      }
+    }
+  }
+
   /// Removes every entry; the bucket array keeps its size.
   void Empty() { Clear(); }
 

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "vesk/base/String.h"
+
 
 namespace vesk {
 namespace util {
@@ -27,6 +29,11 @@ int GetStringHashCode(const char* text) {
   if (!text) return 0;
   return HashUnits(reinterpret_cast<const unsigned char*>(text),
                    static_cast<unsigned int>(std::strlen(text)));
+}
+
+int GetCStringHashCode(const vesk::base::CString& text) {
+  return HashUnits(reinterpret_cast<const unsigned char*>(static_cast<const char*>(text)),
+                   text.GetLength());
 }
 
 }  // namespace util

@@ -1,0 +1,416 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "TestObjects.h"
+#include "vesk/base/ArrayIndexOutOfBoundsException.h"
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/util/StringHashCode.h"
+#include "vesk/util/StringMap.h"
+#include "vesk/util/StringSet.h"
+#include "vesk/util/StringVector.h"
+#include "vesk/util/StringVectorH.h"
+
+using vesk::base::CArrayIndexOutOfBoundsException;
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CMemoryException;
+using vesk::base::CString;
+using vesk::util::CEnumeration;
+using vesk::util::CNoSuchElementException;
+using vesk::util::CStringHashtable;
+using vesk::util::CStringMap;
+using vesk::util::CStringSet;
+using vesk::util::CStringVector;
+using vesk::util::CStringVectorH;
+
+namespace {
+
+std::string RandomKey(std::mt19937& random, int alphabet, int maxLength) {
+  std::string key(1 + random() % maxLength, 'a');
+  for (char& c : key) c = static_cast<char>('a' + random() % alphabet);
+  return key;
+}
+
+TEST(StringHashTest, ShortAndLongKeys) {
+  EXPECT_EQ(97 * 37 + 98, vesk::util::GetStringHashCode("ab"));
+  EXPECT_EQ(0, vesk::util::GetStringHashCode(nullptr));
+  EXPECT_EQ(0, vesk::util::GetStringHashCode(""));
+  const char* key = "0123456789abcdef";  // 16 bytes: every second byte, multiplier 39
+  unsigned int h = 0;
+  for (int i = 0; i < 16; i += 2) h = h * 39u + static_cast<unsigned char>(key[i]);
+  EXPECT_EQ(static_cast<int>(h), vesk::util::GetStringHashCode(key));
+  EXPECT_EQ(vesk::util::GetStringHashCode(key), vesk::util::GetCStringHashCode(CString(key)));
+  EXPECT_EQ(0, vesk::util::GetCStringHashCode(CString()));
+  EXPECT_EQ(-5, vesk::util::GetLongHashCode(-5L));
+  EXPECT_EQ(7, vesk::util::GetUnsignedLongHashCode(7UL));
+}
+
+int CompareStrings(const void* a, const void* b) {
+  return std::strcmp(*static_cast<const CString*>(a), *static_cast<const CString*>(b));
+}
+
+TEST(StringVectorTest, GrowthErrorsSortAndEnumeration) {
+  CStringVector v(0, 4);
+  for (const char* text : {"pear", "apple", "fig", "", "kiwi"}) v.AddElement(text);
+  EXPECT_EQ(8u, v.GetCapacity());
+  EXPECT_TRUE(v.Contains(""));
+  EXPECT_EQ(3, v.GetIndexOf(""));
+  try {
+    v.AddElement(nullptr);
+    FAIL();
+  } catch (const CIllegalArgumentException& e) {
+    EXPECT_STREQ("Invalid element.", e.GetErrorDescription());
+    EXPECT_STREQ("vesk/util/StringVector", e.GetSourceFile());
+  }
+  EXPECT_THROW(v.SetElementAt(nullptr, 0), CIllegalArgumentException);
+  EXPECT_THROW(v.Contains(nullptr), CIllegalArgumentException);
+  EXPECT_THROW(v.GetElementAt(5), CArrayIndexOutOfBoundsException);
+  EXPECT_THROW(v.SetElementAt("x", 5), CArrayIndexOutOfBoundsException);
+  EXPECT_THROW(v.Sort(nullptr), CIllegalArgumentException);
+
+  v.Sort(&CompareStrings);
+  const char* sorted[] = {"", "apple", "fig", "kiwi", "pear"};
+  CEnumeration<CString> elements = v.GetElements();
+  CEnumeration<CString> sameWalk = elements;
+  for (const char* text : sorted) {
+    ASSERT_TRUE(elements.HasMoreElements());
+    EXPECT_STREQ(text, sameWalk.GetNextElement());
+  }
+  EXPECT_FALSE(elements.HasMoreElements());
+  EXPECT_THROW(elements.GetNextElement(), CNoSuchElementException);
+
+  CStringVector copy(v);
+  EXPECT_TRUE(copy == v);
+  copy.SetElementAt("plum", 4);
+  EXPECT_TRUE(copy != v);
+  EXPECT_STREQ("pear", v.GetLastElement());
+  copy.RemoveElement("apple");
+  copy.RemoveElementAt(0);
+  EXPECT_EQ(3u, copy.GetSize());
+  EXPECT_EQ(4u, copy.GetCapacity());
+  EXPECT_STREQ("fig", copy.GetFirstElement());
+  copy.InsertElementAt("date", 1);
+  EXPECT_EQ(1, copy.GetIndexOf("date"));
+  copy.RemoveAllElements();
+  EXPECT_EQ(4u, copy.GetCapacity());
+  EXPECT_FALSE(copy.GetElements().HasMoreElements());
+}
+
+TEST(StringVectorTest, MatchesAStandardVectorOverARandomRun) {
+  std::mt19937 random(42);
+  CStringVector v(0, 3);
+  std::vector<std::string> model;
+  for (int step = 0; step < 6000; ++step) {
+    std::string text = RandomKey(random, 4, 3);
+    unsigned int op = random() % 6;
+    if (op <= 1 || model.empty()) {
+      unsigned int at = random() % (model.size() + 1);
+      v.InsertElementAt(text.c_str(), at);
+      model.insert(model.begin() + at, text);
+    } else if (op == 2) {
+      unsigned int at = random() % model.size();
+      v.RemoveElementAt(at);
+      model.erase(model.begin() + at);
+    } else if (op == 3) {
+      v.RemoveElement(text.c_str());
+      auto it = std::find(model.begin(), model.end(), text);
+      if (it != model.end()) model.erase(it);
+    } else if (op == 4) {
+      unsigned int at = random() % model.size();
+      v.SetElementAt(text.c_str(), at);
+      model[at] = text;
+    } else {
+      auto first = std::find(model.begin(), model.end(), text);
+      auto last = std::find(model.rbegin(), model.rend(), text);
+      ASSERT_EQ(first == model.end() ? -1 : first - model.begin(), v.GetIndexOf(text.c_str()));
+      ASSERT_EQ(last == model.rend() ? -1 : model.rend() - last - 1,
+                v.GetLastIndexOf(text.c_str()));
+    }
+    ASSERT_EQ(model.size(), v.GetSize());
+    unsigned int expected = std::max<unsigned int>(3, (v.GetSize() + 2) / 3 * 3);
+    ASSERT_EQ(expected, v.GetCapacity());
+    for (unsigned int i = 0; i < model.size(); ++i) ASSERT_EQ(model[i], v[i].operator const char*());
+  }
+}
+
+TEST(StringVectorTest, FailedAllocationsLeaveNoLeak) {
+  CStringVector source(0, 2);
+  for (int i = 0; i < 9; ++i) source.AddElement(std::string(i * 40, 'x').c_str());
+  int failures = vesk_test::RunWithEveryAllocationFailing([&] {
+    CStringVector copy(source);
+    copy.AddElement("tail");
+    copy.InsertElementAt("head", 0);
+    copy = source;
+  });
+  EXPECT_GE(failures, 3);
+}
+
+TEST(StringVectorHTest, PacksStringsAndEmptiesOnFailedGrowth) {
+  CStringVectorH v(0, 0, 0, 0);
+  EXPECT_EQ(256u, v.GetDataGrowthStep());
+  EXPECT_EQ(1u, v.GetIndexGrowthStep());
+  v.AddElement("alpha");
+  v.AddElement(CString());
+  v.AddElement("beta");
+  EXPECT_EQ(3u, v.GetSize());
+  EXPECT_EQ(6u + 1u + 5u, v.GetDataSize());
+  EXPECT_EQ(256u, v.GetDataCapacity());
+  EXPECT_EQ(3u, v.GetIndexCapacity());
+  EXPECT_STREQ("", v.GetElementAt(1));
+  CString filled;
+  v.GetLastElement(filled);
+  EXPECT_STREQ("beta", filled);
+  EXPECT_EQ(1, v.GetIndexOf(""));
+  EXPECT_EQ(-1, v.GetIndexOf("gamma"));
+  EXPECT_THROW(v.GetElementAt(3), CArrayIndexOutOfBoundsException);
+
+  CStringVectorH copy(v);
+  EXPECT_STREQ("alpha", copy.GetFirstElement());
+  EXPECT_EQ(v.GetDataSize(), copy.GetDataSize());
+
+  // The data buffer cannot grow past 256 bytes: the vector is emptied.
+  std::string big(300, 'b');
+  CString bigText(big.c_str());
+  vesk::platform::FailAllocationAt(1, true);
+  EXPECT_THROW(v.AddElement(bigText), CMemoryException);
+  vesk::platform::FailAllocationAt(0);
+  EXPECT_EQ(0u, v.GetSize());
+  EXPECT_EQ(0u, v.GetDataSize());
+  EXPECT_EQ(0u, v.GetIndexCapacity());
+  EXPECT_EQ(256u, v.GetDataCapacity());
+  v.AddElement(big.c_str());
+  EXPECT_EQ(big, v.GetElementAt(0).operator const char*());
+  EXPECT_EQ(512u, v.GetDataCapacity());
+
+  // An index that cannot grow empties it too.
+  CString x("x");
+  vesk::platform::FailAllocationAt(1, true);
+  EXPECT_THROW(copy.AddElement(x), CMemoryException);
+  vesk::platform::FailAllocationAt(0);
+  EXPECT_EQ(0u, copy.GetSize());
+  EXPECT_EQ(0u, copy.GetDataCapacity());
+
+  int failures = vesk_test::RunWithEveryAllocationFailing([] {
+    CStringVectorH local(8, 8, 1, 1);
+    for (int i = 0; i < 6; ++i) local.AddElement("0123456789");
+    CStringVectorH other(local);
+  });
+  EXPECT_GT(failures, 4);
+}
+
+TEST(StringMapTest, KeysCaseAndGrowth) {
+  CStringMap insensitive(false, 0, 0);
+  EXPECT_EQ(5u, insensitive.GetGrowthStep());
+  EXPECT_EQ(0u, insensitive.GetCapacity());
+  insensitive.Put("Key", "v1");
+  EXPECT_EQ(5u, insensitive.GetCapacity());
+  EXPECT_TRUE(insensitive.ContainsKey("KEY"));
+  insensitive.Put("KEY", nullptr);
+  EXPECT_EQ(1u, insensitive.GetSize());
+  EXPECT_STREQ("", insensitive.Get("key"));
+  EXPECT_STREQ("Key", insensitive.GetKeyAt(0));
+
+  CStringMap sensitive(true, 3, 2);
+  EXPECT_EQ(4u, sensitive.GetCapacity());
+  sensitive.Put("Key", "v1");
+  EXPECT_FALSE(sensitive.ContainsKey("KEY"));
+  EXPECT_THROW(sensitive.Get("KEY"), CNoSuchElementException);
+  EXPECT_THROW(CStringMap().Get("a"), CNoSuchElementException);
+  try {
+    sensitive.Put("", "x");
+    FAIL();
+  } catch (const CIllegalArgumentException& e) {
+    EXPECT_STREQ("Invalid key.", e.GetErrorDescription());
+    EXPECT_STREQ("vesk/util/StringMap", e.GetSourceFile());
+  }
+  EXPECT_THROW(sensitive.Put(nullptr, "x"), CIllegalArgumentException);
+  EXPECT_THROW(sensitive.GetAt(1), CArrayIndexOutOfBoundsException);
+
+  for (const char* key : {"b", "c", "d", "e"}) sensitive.Put(key, key);
+  EXPECT_EQ(6u, sensitive.GetCapacity());
+  EXPECT_EQ(2, sensitive.GetIndexOf("c"));
+  EXPECT_TRUE(sensitive.Remove("c"));
+  EXPECT_FALSE(sensitive.Remove("c"));
+  EXPECT_STREQ("d", sensitive.GetKeyAt(2));
+  EXPECT_EQ(4u, sensitive.GetCapacity());
+
+  std::vector<std::string> keys;
+  for (CStringMap::CConstKeyIterator it = static_cast<const CStringMap&>(sensitive).GetKeyIterator();
+       it.HasMoreElements();)
+    keys.push_back(it.GetNextElement().operator const char*());
+  EXPECT_EQ((std::vector<std::string>{"Key", "b", "d", "e"}), keys);
+
+  CStringMap copy(sensitive);
+  EXPECT_TRUE(copy == sensitive);
+  copy.Remove("b");
+  copy.Put("b", "b");  // same pairs in another order
+  EXPECT_TRUE(copy == sensitive);
+  copy.Put("b", "other");
+  EXPECT_TRUE(copy != sensitive);
+  copy.RemoveAll();
+  EXPECT_EQ(0u, copy.GetCapacity());
+  EXPECT_TRUE(copy.IsEmpty());
+}
+
+TEST(StringMapTest, MatchesAnOrderedModelAndSurvivesFailures) {
+  std::mt19937 random(3);
+  CStringMap map(false, 0, 3);
+  std::vector<std::pair<std::string, std::string> > model;
+  auto lower = [](std::string s) {
+    for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return s;
+  };
+  for (int step = 0; step < 4000; ++step) {
+    std::string key = RandomKey(random, 5, 2);
+    if (random() % 2) key[0] = static_cast<char>(std::toupper(key[0]));
+    std::string value = RandomKey(random, 26, 5);
+    auto found = std::find_if(model.begin(), model.end(),
+                              [&](const auto& pair) { return lower(pair.first) == lower(key); });
+    if (random() % 3 != 0) {
+      map.Put(key.c_str(), value.c_str());
+      if (found == model.end()) {
+        model.emplace_back(key, value);
+      } else {
+        found->second = value;
+      }
+    } else {
+      ASSERT_EQ(found != model.end(), map.Remove(key.c_str()));
+      if (found != model.end()) model.erase(found);
+    }
+    ASSERT_EQ(model.size(), map.GetSize());
+    for (unsigned int i = 0; i < model.size(); ++i) {
+      ASSERT_EQ(model[i].first, map.GetKeyAt(i).operator const char*());
+      ASSERT_EQ(model[i].second, map.GetAt(i).operator const char*());
+    }
+  }
+  int failures = vesk_test::RunWithEveryAllocationFailing([&] {
+    CStringMap copy(map);
+    copy.Put("a-new-key", "value");
+    copy.Put("another-new-key", "value");
+    copy = map;
+  });
+  EXPECT_GT(failures, 3);
+}
+
+TEST(StringSetTest, BucketCountsAndGrowth) {
+  CStringSet set;
+  EXPECT_EQ(101u, set.GetBucketCount());
+  EXPECT_FLOAT_EQ(0.75f, set.GetLoadFactor());
+  EXPECT_EQ(75, set.GetThreshold());
+  for (int i = 0; i < 75; ++i) set.Put(("key" + std::to_string(i)).c_str());
+  EXPECT_EQ(101u, set.GetBucketCount());
+  set.Put("key0");
+  EXPECT_EQ(75u, set.GetSize());
+  set.Put("key75");
+  EXPECT_EQ(203u, set.GetBucketCount());
+  EXPECT_EQ(152, set.GetThreshold());
+
+  CStringSet small(0, 0);
+  EXPECT_EQ(11u, small.GetBucketCount());
+  EXPECT_EQ(8, small.GetThreshold());
+  for (int i = 0; i < 8; ++i) small.Put(std::to_string(i).c_str());
+  EXPECT_EQ(11u, small.GetBucketCount());
+  small.Put("8");
+  EXPECT_EQ(23u, small.GetBucketCount());
+  EXPECT_EQ(9u, small.GetSize());
+
+  try {
+    small.Put("");
+    FAIL();
+  } catch (const CIllegalArgumentException& e) {
+    EXPECT_STREQ("Invalid key.", e.GetErrorDescription());
+    EXPECT_STREQ("vesk/util/StringHashtable", e.GetSourceFile());
+  }
+  EXPECT_THROW(small.Put(nullptr), CIllegalArgumentException);
+  EXPECT_FALSE(small.Contains(nullptr));
+
+  CStringHashtable<int> table(0, 0);
+  EXPECT_THROW(table.Put("", 1), CIllegalArgumentException);
+  table.Put("one", 1);
+  int value = 0;
+  EXPECT_TRUE(table.Get("one", value));
+  EXPECT_EQ(1, value);
+  EXPECT_TRUE(table.ContainsKey(CString("one")));
+}
+
+std::set<std::string> Members(const CStringSet& set) {
+  std::set<std::string> members;
+  for (CEnumeration<CString> e = set.GetElements(); e.HasMoreElements();)
+    EXPECT_TRUE(members.insert(e.GetNextElement().operator const char*()).second);
+  return members;
+}
+
+TEST(StringSetTest, AlgebraMatchesStandardSets) {
+  std::mt19937 random(11);
+  for (int round = 0; round < 200; ++round) {
+    CStringSet a(0, 0), b(3, 0.5f);
+    std::set<std::string> ma, mb;
+    for (int i = 0; i < static_cast<int>(random() % 40); ++i) {
+      std::string key = RandomKey(random, 6, 3);
+      a.Put(key.c_str());
+      ma.insert(key);
+      if (random() % 3 == 0) {
+        a.Remove(key.c_str());
+        ma.erase(key);
+      }
+    }
+    for (int i = 0; i < static_cast<int>(random() % 40); ++i) {
+      std::string key = RandomKey(random, 6, 3);
+      b.Put(key.c_str());
+      mb.insert(key);
+    }
+    ASSERT_EQ(ma, Members(a));
+    ASSERT_EQ(std::includes(mb.begin(), mb.end(), ma.begin(), ma.end()), a.IsSubSetOf(b));
+    ASSERT_EQ(std::includes(ma.begin(), ma.end(), mb.begin(), mb.end()), a.IsSuperSetOf(b));
+    ASSERT_EQ(ma == mb, a == b);
+
+    std::set<std::string> expected;
+    CStringSet result(a);
+    switch (round % 3) {
+      case 0:
+        result += b;
+        std::set_union(ma.begin(), ma.end(), mb.begin(), mb.end(),
+                       std::inserter(expected, expected.end()));
+        break;
+      case 1:
+        result -= b;
+        std::set_difference(ma.begin(), ma.end(), mb.begin(), mb.end(),
+                            std::inserter(expected, expected.end()));
+        break;
+      default:
+        result *= b;
+        std::set_intersection(ma.begin(), ma.end(), mb.begin(), mb.end(),
+                              std::inserter(expected, expected.end()));
+    }
+    ASSERT_EQ(expected, Members(result));
+    ASSERT_EQ(expected.size(), result.GetSize());
+  }
+  CStringSet self;
+  self.Put("x");
+  self += self;
+  EXPECT_EQ(1u, self.GetSize());
+  self *= self;
+  EXPECT_EQ(1u, self.GetSize());
+  self -= self;
+  EXPECT_TRUE(self.IsEmpty());
+}
+
+TEST(StringSetTest, FailedCopyAndRehashLeaveNoLeak) {
+  CStringSet source(2, 1.0f);
+  for (int i = 0; i < 20; ++i) source.Put(("member" + std::to_string(i)).c_str());
+  int failures = vesk_test::RunWithEveryAllocationFailing([&] {
+    CStringSet copy(source);
+    for (int i = 0; i < 30; ++i) copy.Put(("extra" + std::to_string(i)).c_str());
+    copy *= source;
+  });
+  EXPECT_GT(failures, 20);
+}
+
+}  // namespace
