@@ -1,8 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/internal/FixBlockAllocator.h"
@@ -82,7 +82,7 @@ TEST(FixBlockAllocator, ShrinkReleasesHalfTheExcessInSinglePrecision) {
   EXPECT_EQ(27u, pool.GetUsedCount());
   // Then the reserve rises by one per free until the next trim halves the excess.
   const unsigned int expectedFree[27] = {9, 10, 7, 8, 9, 7, 8, 6, 7, 6, 5, 6, 5, 5,
-                                         5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5};
+                                         5, 5,  5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5};
   for (int i = 13; i < 40; ++i) {
     pool.Free(blocks[i]);
     EXPECT_EQ(expectedFree[i - 13], pool.GetFreeCount()) << "after free " << i + 1;
@@ -197,8 +197,9 @@ TEST(StringPools, SizeClassesAndBlockSizes) {
     EXPECT_EQ(wide[i], internal::WideStringPool(classes[i])->GetBlockSize());
     EXPECT_EQ(4u, internal::NarrowStringPool(classes[i])->GetGrowCount());
     // One more than the class below still belongs to this class.
-    if (i > 0) EXPECT_EQ(internal::NarrowStringPool(classes[i]),
-                         internal::NarrowStringPool(classes[i - 1] + 1));
+    if (i > 0)
+      EXPECT_EQ(internal::NarrowStringPool(classes[i]),
+                internal::NarrowStringPool(classes[i - 1] + 1));
   }
   EXPECT_EQ(internal::NarrowStringPool(64), internal::NarrowStringPool(1));
   EXPECT_EQ(nullptr, internal::NarrowStringPool(1025));

@@ -1,9 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <cstdarg>
 #include <cstring>
 #include <initializer_list>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
@@ -82,8 +82,11 @@ TEST(String, CompareRulesForEmptyStrings) {
 
 TEST(String, CompareIgnoreCaseFoldsCodePoints) {
   EXPECT_EQ(0, CString("HeLLo").CompareIgnoreCase("hello"));
-  EXPECT_EQ(0, CString("\xc3\x84" "BC").CompareIgnoreCase("\xc3\xa4" "bc"));  // Ä / ä
-  EXPECT_EQ(0, CString("\xce\xa3").CompareIgnoreCase(CString("\xcf\x83")));    // Σ / σ
+  EXPECT_EQ(0, CString("\xc3\x84"
+                       "BC")
+                   .CompareIgnoreCase("\xc3\xa4"
+                                      "bc"));                                // Ä / ä
+  EXPECT_EQ(0, CString("\xce\xa3").CompareIgnoreCase(CString("\xcf\x83")));  // Σ / σ
   EXPECT_LT(CString("apple").CompareIgnoreCase("BANANA"), 0);
   EXPECT_NE(0, CString("a\xff").CompareIgnoreCase("a\xfe"));
 }
@@ -171,7 +174,9 @@ TEST(String, FindAndReverseFindCharacters) {
 
 TEST(String, SearchesStepOverWholeUtf8Characters) {
   // "é€😀a": 2 + 3 + 4 + 1 bytes.
-  CString s("\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80" "a");
+  CString s(
+      "\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80"
+      "a");
   EXPECT_EQ(10u, s.GetLength());
   EXPECT_EQ(9, s.Find('a'));
   EXPECT_EQ(2, s.Find("\xe2\x82\xac"));
@@ -180,7 +185,9 @@ TEST(String, SearchesStepOverWholeUtf8Characters) {
   EXPECT_EQ(-1, s.Find("\x82\xac"));
   EXPECT_EQ(0, s.FindIgnoreCase("\xc3\x89"));  // É
   // A malformed byte is a character of its own.
-  CString bad("a\x82" "b");
+  CString bad(
+      "a\x82"
+      "b");
   EXPECT_EQ(1, bad.Find('\x82'));
   EXPECT_EQ(1, bad.ReverseFind('\x82'));
 }
@@ -274,8 +281,8 @@ TEST(String, CapacityClasses) {
   struct Case {
     std::size_t length;
     unsigned int capacity;
-  } cases[] = {{1, 64},     {63, 64},     {64, 128},   {127, 128},  {200, 256},
-               {511, 512},  {512, 1024},  {1023, 1024}, {1024, 1025}, {5000, 5001}};
+  } cases[] = {{1, 64},    {63, 64},    {64, 128},    {127, 128},   {200, 256},
+               {511, 512}, {512, 1024}, {1023, 1024}, {1024, 1025}, {5000, 5001}};
   for (const Case& c : cases) {
     CString s(std::string(c.length, 'q').c_str());
     EXPECT_EQ(c.capacity, Header(s)->capacity) << c.length;
@@ -303,7 +310,10 @@ TEST(String, FromSixteenBitTextSizedByConvertedLength) {
   EXPECT_EQ(9u, s.GetLength());
   EXPECT_STREQ("\xe2\x82\xac\xe2\x82\xac\xe2\x82\xac", s);
   const unsigned short pair[] = {'a', 0xD83D, 0xDE00, 'b', 0};
-  EXPECT_STREQ("a\xf0\x9f\x98\x80" "b", CString(pair));
+  EXPECT_STREQ(
+      "a\xf0\x9f\x98\x80"
+      "b",
+      CString(pair));
   const unsigned short lone[] = {0xDC00, 'x', 0xD800, 0};
   EXPECT_STREQ("?x?", CString(lone));
   // A count that cuts a pair leaves an unpaired high surrogate.
@@ -358,19 +368,36 @@ TEST(String, TrimsStepOverMultiByteCharacters) {
   blank.TrimRight();
   EXPECT_TRUE(blank.IsEmpty());
   // A no-break space (C2 A0) is not white space and is never cut in half.
-  CString nbsp("\xc2\xa0" "x\xc2\xa0");
+  CString nbsp(
+      "\xc2\xa0"
+      "x\xc2\xa0");
   nbsp.TrimLeft();
   nbsp.TrimRight();
-  EXPECT_STREQ("\xc2\xa0" "x\xc2\xa0", nbsp);
-  CString set("\xe2\x82\xac" "xx\xe2\x82\xac" "ab\xe2\x82\xac" "x");
+  EXPECT_STREQ(
+      "\xc2\xa0"
+      "x\xc2\xa0",
+      nbsp);
+  CString set(
+      "\xe2\x82\xac"
+      "xx\xe2\x82\xac"
+      "ab\xe2\x82\xac"
+      "x");
   set.TrimLeft("x\xe2\x82\xac");
-  EXPECT_STREQ("ab\xe2\x82\xac" "x", set);
+  EXPECT_STREQ(
+      "ab\xe2\x82\xac"
+      "x",
+      set);
   set.TrimRight(CString("x\xe2\x82\xac"));
   EXPECT_STREQ("ab", set);
   // A single byte of a multi-byte character does not trim that character.
-  CString partial("\xe2\x82\xac" "a");
+  CString partial(
+      "\xe2\x82\xac"
+      "a");
   partial.TrimLeft('\xe2');
-  EXPECT_STREQ("\xe2\x82\xac" "a", partial);
+  EXPECT_STREQ(
+      "\xe2\x82\xac"
+      "a",
+      partial);
   CString chars("xxabxx");
   chars.TrimLeft('x');
   chars.TrimRight('x');
@@ -389,18 +416,28 @@ TEST(String, CaseMappingKeepsByteLength) {
   CString dotless("\xc4\xb1x");
   dotless.MakeUpper();
   EXPECT_STREQ("\xc4\xb1X", dotless);
-  CString kelvin("\xe2\x84\xaa" "K");
+  CString kelvin(
+      "\xe2\x84\xaa"
+      "K");
   kelvin.MakeLower();
-  EXPECT_STREQ("\xe2\x84\xaa" "k", kelvin);
+  EXPECT_STREQ(
+      "\xe2\x84\xaa"
+      "k",
+      kelvin);
   CString broken("a\xff\xc3");
   broken.MakeUpper();
   EXPECT_STREQ("A\xff\xc3", broken);
 }
 
 TEST(String, MakeReverseKeepsCharactersWhole) {
-  CString s("a\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80" "z");
+  CString s(
+      "a\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80"
+      "z");
   s.MakeReverse();
-  EXPECT_STREQ("z\xf0\x9f\x98\x80\xe2\x82\xac\xc3\xa9" "a", s);
+  EXPECT_STREQ(
+      "z\xf0\x9f\x98\x80\xe2\x82\xac\xc3\xa9"
+      "a",
+      s);
   CString ascii("abc");
   ascii.MakeReverse();
   EXPECT_STREQ("cba", ascii);
@@ -445,7 +482,9 @@ TEST(String, RemoveInsertDelete) {
   EXPECT_EQ(3, s.Remove('a'));
   EXPECT_STREQ("bnn", s);
   EXPECT_EQ(0, s.Remove('z'));
-  CString utf("\xc3\xa9" "a\xc3\xa9");
+  CString utf(
+      "\xc3\xa9"
+      "a\xc3\xa9");
   EXPECT_EQ(0, utf.Remove('\xc3'));  // only whole characters are removed
   EXPECT_EQ(1, utf.Remove('a'));
   EXPECT_STREQ("\xc3\xa9\xc3\xa9", utf);

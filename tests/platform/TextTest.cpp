@@ -1,9 +1,9 @@
-#include <gtest/gtest.h>
-#include <unicode/utf8.h>
-
 #include <cstring>
 #include <random>
 #include <string>
+
+#include <gtest/gtest.h>
+#include <unicode/utf8.h>
 
 #include "vesk/platform/Text.h"
 
@@ -29,8 +29,8 @@ TEST(Text, DecodeAcceptsOnlyWellFormedSequences) {
       {"\xf0\x80\x80\x80", 1, -1},  // overlong
       {"\xf4\x90\x80\x80", 1, -1},  // above U+10FFFF
       {"\xf5\x80\x80\x80", 1, -1},
-      {"\x80", 1, -1},              // lone continuation
-      {"\xe2\x82", 1, -1},          // cut short by the terminator
+      {"\x80", 1, -1},      // lone continuation
+      {"\xe2\x82", 1, -1},  // cut short by the terminator
       {"\xe2(\xac", 1, -1},
   };
   for (const Case& c : cases) {
@@ -49,9 +49,9 @@ TEST(Text, DecodeAcceptsOnlyWellFormedSequences) {
 // sequence, and on its code point and length, for random bytes.
 TEST(Text, DecodeAgreesWithIcuOnRandomBytes) {
   std::mt19937 rng(12345);
-  const unsigned char interesting[] = {0x00, 0x41, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0,
-                                       0xC1, 0xC2, 0xDF, 0xE0, 0xE1, 0xED, 0xEE, 0xEF, 0xF0, 0xF3,
-                                       0xF4, 0xF5, 0xFF};
+  const unsigned char interesting[] = {0x00, 0x41, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0,
+                                       0xBF, 0xC0, 0xC1, 0xC2, 0xDF, 0xE0, 0xE1, 0xED,
+                                       0xEE, 0xEF, 0xF0, 0xF3, 0xF4, 0xF5, 0xFF};
   for (int round = 0; round < 2000; ++round) {
     std::string bytes;
     int n = 1 + static_cast<int>(rng() % 12);
@@ -133,7 +133,9 @@ TEST(Text, CompareWithCaseTypes) {
 }
 
 TEST(Text, SearchesRespectCharacterBoundaries) {
-  const char* text = "a\xe2\x82\xac" "b\xe2\x82\xac";
+  const char* text =
+      "a\xe2\x82\xac"
+      "b\xe2\x82\xac";
   EXPECT_EQ(text + 4, platform::TextFindChar(text, 'b'));
   EXPECT_EQ(nullptr, platform::TextFindChar(text, '\x82'));
   EXPECT_EQ(nullptr, platform::TextFindChar(text, '\0'));
@@ -181,9 +183,16 @@ TEST(Text, MapCaseAndReverseInPlace) {
   char partial[] = "abcd";
   platform::TextMapCase(partial, 2, true);
   EXPECT_STREQ("ABcd", partial);
-  char reversed[] = "1\xf0\x9f\x98\x80" "2\xe2\x82" "3";
+  char reversed[] =
+      "1\xf0\x9f\x98\x80"
+      "2\xe2\x82"
+      "3";
   platform::TextReverse(reversed, std::strlen(reversed));
-  EXPECT_STREQ("3\x82\xe2" "2\xf0\x9f\x98\x80" "1", reversed);
+  EXPECT_STREQ(
+      "3\x82\xe2"
+      "2\xf0\x9f\x98\x80"
+      "1",
+      reversed);
 }
 
 }  // namespace

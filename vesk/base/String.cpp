@@ -154,29 +154,15 @@ CString::CString(const unsigned short* text, unsigned int count) : m_pchData(nul
   if (text && count > 0) AssignWide(text, count);
 }
 
-CString::CString(const CString& other) : m_pchData(nullptr) {
-  CStringData* data = other.GetData();
-  if (data && data->length != 0 && data->refCount != 0) {
-    m_pchData = other.m_pchData;
-    ++data->refCount;
-  }
-}
-
 CString::CString(const CStringH& other) : m_pchData(nullptr) {
   const char* text = other;
   if (text && *text) AllocCopy(text, -1);
 }
 
-CString::~CString() { ReleaseBuffer(); }
-
 CString& CString::operator=(const CString& other) {
   if (this == &other || m_pchData == other.m_pchData) return *this;
   ReleaseBuffer();
-  CStringData* data = other.GetData();
-  if (data && data->length != 0 && data->refCount != 0) {
-    m_pchData = other.m_pchData;
-    ++data->refCount;
-  }
+  Share(other);
   return *this;
 }
 
@@ -194,7 +180,9 @@ CString& CString::operator=(const unsigned short* text) {
   return *this;
 }
 
-CString& CString::operator=(const CStringH& other) { return *this = static_cast<const char*>(other); }
+CString& CString::operator=(const CStringH& other) {
+  return *this = static_cast<const char*>(other);
+}
 
 void CString::AssignWide(const unsigned short* text, unsigned int count) {
   unsigned int units = platform::Utf16LengthBounded(text, count);
@@ -237,7 +225,9 @@ CString& CString::operator+=(const char* text) {
   return *this;
 }
 
-void CString::Set(const char* text, unsigned int count) { AllocCopy(text, static_cast<int>(count)); }
+void CString::Set(const char* text, unsigned int count) {
+  AllocCopy(text, static_cast<int>(count));
+}
 
 // --- access ----------------------------------------------------------------
 
@@ -554,9 +544,9 @@ int CString::Replace(const char* oldText, const char* newText) {
     ++count;
   }
   if (count == 0) return 0;
-  unsigned long long finalLength =
-      GetLength() + static_cast<unsigned long long>(count) * newLength -
-      static_cast<unsigned long long>(count) * oldLength;
+  unsigned long long finalLength = GetLength() +
+                                   static_cast<unsigned long long>(count) * newLength -
+                                   static_cast<unsigned long long>(count) * oldLength;
   if (finalLength + 1 > 0xFFFFFFFFu - sizeof(CStringData)) VESK_THROW(kSource, CMemoryException);
   EnsureBufferCapacity(static_cast<unsigned int>(finalLength + 1));
   std::size_t length = GetLength();
@@ -695,8 +685,8 @@ void CString::FormatV(const char* format, va_list args) {
 bool operator==(const CString& a, const CString& b) {
   unsigned int length = a.GetLength();
   if (length != b.GetLength()) return false;
-  return length == 0 || std::memcmp(static_cast<const char*>(a), static_cast<const char*>(b),
-                                    length) == 0;
+  return length == 0 ||
+         std::memcmp(static_cast<const char*>(a), static_cast<const char*>(b), length) == 0;
 }
 
 bool operator==(const CString& a, const char* b) {

@@ -46,10 +46,12 @@ class VESK_API CString {
   /// The UTF-8 form of at most count units of a 16-bit text.
   CString(const unsigned short* text, unsigned int count);
   /// Shares the buffer of other (nothing is copied).
-  CString(const CString& other);
+  CString(const CString& other) : m_pchData(nullptr) { Share(other); }
   /// A copy of the text of a handle string.
   CString(const CStringH& other);
-  ~CString();
+  ~CString() {
+    if (m_pchData) ReleaseBuffer();
+  }
 
   /// Shares the buffer of other; self-assignment does nothing.
   CString& operator=(const CString& other);
@@ -204,6 +206,15 @@ class VESK_API CString {
   void CopyRefBeforeModify();
   void ReleaseBuffer();
 
+  // Takes a reference to the buffer of other when it has text (this string
+  // holds no buffer). A buffer with a count of 0 is never shared.
+  void Share(const CString& other) {
+    CStringData* data = other.GetData();
+    if (data && data->length != 0 && data->refCount != 0) {
+      m_pchData = other.m_pchData;
+      ++data->refCount;
+    }
+  }
   void AssignWide(const unsigned short* text, unsigned int count);
   void Append(const char* text, unsigned int count);
   int CompareText(const char* text, int caseType) const;

@@ -1,10 +1,10 @@
 #include "vesk/platform/Text.h"
 
-#include <unicode/uchar.h>
-
 #include <cctype>
 #include <cstdint>
 #include <cstring>
+
+#include <unicode/uchar.h>
 
 namespace vesk {
 namespace platform {
@@ -73,13 +73,17 @@ unsigned int Utf8Decode(const char* text, std::size_t available, int* codePoint)
   } else if (b0 >= 0xE0 && b0 <= 0xEF) {
     need = 2;
     cp = b0 & 0x0F;
-    if (b0 == 0xE0) low = 0xA0;       // overlong
-    else if (b0 == 0xED) high = 0x9F;  // surrogates
+    if (b0 == 0xE0)
+      low = 0xA0;  // overlong
+    else if (b0 == 0xED)
+      high = 0x9F;  // surrogates
   } else if (b0 >= 0xF0 && b0 <= 0xF4) {
     need = 3;
     cp = b0 & 0x07;
-    if (b0 == 0xF0) low = 0x90;       // overlong
-    else if (b0 == 0xF4) high = 0x8F;  // above U+10FFFF
+    if (b0 == 0xF0)
+      low = 0x90;  // overlong
+    else if (b0 == 0xF4)
+      high = 0x8F;  // above U+10FFFF
   } else {
     *codePoint = -1;
     return 1;

@@ -1,8 +1,8 @@
 #include "vesk/platform/Utf16.h"
 
-#include <unicode/uchar.h>
-
 #include <cstring>
+
+#include <unicode/uchar.h>
 
 #include "vesk/platform/Text.h"
 

@@ -29,7 +29,8 @@ class CLockScope {
 
 // Writes the report of an unexpected exception to the debug output.
 void ReportToDebugOutput(const CException& e) {
-  platform::DebugWrite("--- Exception occured ----------------------------------------------------------\n");
+  platform::DebugWrite(
+      "--- Exception occured ----------------------------------------------------------\n");
   platform::DebugWrite("\t");
   platform::DebugWrite(e.GetClass()->GetQualifiedName());
   platform::DebugWrite("\n");
@@ -140,8 +141,8 @@ void CFixBlockAllocator::Free(void* payload) {
   // Shrink when fewer than 70 % of the blocks are in use: each check gives
   // back half of the reserve above the grow count (rounded up), so an idle
   // pool decays towards its reserve step by step instead of all at once.
-  float ratio = static_cast<float>(m_usedCount) / static_cast<float>(m_usedCount + m_freeCount);
-  if (ratio < 0.7f && m_freeCount > m_growCount) {
+  if (m_freeCount > m_growCount &&
+      static_cast<float>(m_usedCount) / static_cast<float>(m_usedCount + m_freeCount) < 0.7f) {
     unsigned int released = 0;
     while (m_freeHead) {
       CBlockHeader* head = m_freeHead;
