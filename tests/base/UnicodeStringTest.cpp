@@ -547,6 +547,16 @@ TEST(UnicodeString, FormatsSixteenBitText) {
     ASSERT_EQ(static_cast<unsigned int>(n), s.GetLength());
     EXPECT_EQ('!', s[n - 1]);
   }
+  // Exactly 1023 units take a second scratch block; 1022 do not. (The
+  // string's own buffer is reused: only scratch blocks are counted.)
+  std::u16string pad1022(1022, u'p'), pad1023(1023, u'p');
+  s.Format(W(u"%s"), W(pad1023.c_str()));
+  unsigned long before = platform::AllocationCount();
+  s.Format(W(u"%s"), W(pad1022.c_str()));
+  EXPECT_EQ(1u, platform::AllocationCount() - before);
+  before = platform::AllocationCount();
+  s.Format(W(u"%s"), W(pad1023.c_str()));
+  EXPECT_EQ(2u, platform::AllocationCount() - before);
 }
 
 TEST(UnicodeString, AllocationFailuresThrowAndLeakNothing) {
