@@ -67,6 +67,12 @@ TEST(StringH, CompareFollowsTheStringRules) {
   EXPECT_TRUE("abc" == h);
   EXPECT_TRUE(h != CString("abd"));
   EXPECT_TRUE(CString("abc") == h);
+  CString s(h);
+  EXPECT_STREQ("abc", s);
+  s = CStringH("other");
+  EXPECT_STREQ("other", s);
+  s = CStringH();
+  EXPECT_TRUE(s.IsEmpty());
 }
 
 TEST(StringH, LockCounting) {

@@ -620,17 +620,4 @@ TEST(String, LargeBufferFailureNamesTheStringSource) {
   EXPECT_STREQ("x", s);
 }
 
-TEST(String, HandleStringInterplay) {
-  CStringH h("handle");
-  CString s(h);
-  EXPECT_STREQ("handle", s);
-  EXPECT_TRUE(s == h);
-  EXPECT_TRUE(h == s);
-  s = CStringH("other");
-  EXPECT_STREQ("other", s);
-  EXPECT_TRUE(s != h);
-  s = CStringH();
-  EXPECT_TRUE(s.IsEmpty());
-}
-
 }  // namespace

@@ -76,42 +76,6 @@ TEST(Text, DecodeAgreesWithIcuOnRandomBytes) {
   }
 }
 
-TEST(Text, NextCharNeverPassesTheTerminator) {
-  std::mt19937 rng(7);
-  for (int round = 0; round < 500; ++round) {
-    char buffer[16];
-    for (char& c : buffer) c = static_cast<char>(rng() | 0x80);  // no NUL, mostly malformed
-    buffer[rng() % 16] = '\0';
-    buffer[15] = '\0';
-    const char* p = buffer;
-    int steps = 0;
-    while (*p) {
-      const char* next = platform::TextNextChar(p);
-      ASSERT_GT(next, p);
-      ASSERT_LE(next, buffer + std::strlen(buffer));
-      p = next;
-      ASSERT_LT(++steps, 16);
-    }
-    EXPECT_EQ(p, platform::TextNextChar(p));
-  }
-}
-
-TEST(Text, EncodeRoundTripsAndRejects) {
-  const int points[] = {0, 0x7F, 0x80, 0x7FF, 0x800, 0xD7FF, 0xE000, 0xFFFF, 0x10000, 0x10FFFF};
-  for (int cp : points) {
-    char buffer[4];
-    unsigned int k = platform::Utf8Encode(cp, buffer);
-    ASSERT_GT(k, 0u);
-    int back;
-    EXPECT_EQ(k, platform::Utf8Decode(buffer, k, &back));
-    EXPECT_EQ(cp, cp == 0 ? 0 : back);
-  }
-  char buffer[4];
-  EXPECT_EQ(0u, platform::Utf8Encode(0xD800, buffer));
-  EXPECT_EQ(0u, platform::Utf8Encode(0x110000, buffer));
-  EXPECT_EQ(0u, platform::Utf8Encode(-1, buffer));
-}
-
 TEST(Text, CompareWithCaseTypes) {
   EXPECT_EQ(0, platform::TextCompare("abc", -1, "abc", -1, platform::kTextExactCase));
   EXPECT_LT(platform::TextCompare("abc", -1, "abd", -1, platform::kTextExactCase), 0);
