@@ -104,9 +104,19 @@ TEST(SemaphoreTest, MaximumCountIsEnforced) {
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(semaphore.TryAcquire(0)) << i;
   EXPECT_FALSE(semaphore.TryAcquire(0));
 
-  CSemaphore wide(0x7FFFFFFFu, 0xFFFFFFFFu);
-  wide.Release();
+  CSemaphore widest(0x7FFFFFFEu, 0x7FFFFFFFu);
+  widest.Release();
+  EXPECT_THROW(widest.Release(), CSynchronizationException);
   EXPECT_THROW(CSemaphore(0xFFFFFFFFu, 0xFFFFFFFEu), CIllegalArgumentException);
+}
+
+TEST(SemaphoreTest, MaximumOutsideTheSignedRangeMakesNoSemaphore) {
+  long live = LiveAllocations();
+  for (unsigned int max : {0u, 0x80000000u, 0xFFFFFFFFu}) {
+    CMemoryException e = Catch<CMemoryException>([max] { CSemaphore semaphore(0u, max); });
+    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/win/WinSemaphoreImpl") << max;
+  }
+  EXPECT_EQ(LiveAllocations(), live);
 }
 
 TEST(SemaphoreTest, TimedAcquire) {

@@ -38,7 +38,6 @@ const char* const kReleaseGate = "Failed to release the underlying gate semaphor
 const char* const kAcquireQueue = "Failed to acquire the underlying queue semaphore.";
 const char* const kReleaseQueue = "Failed to release the underlying queue semaphore.";
 const char* const kReleaseLock = "Failed to release the specified lock.";
-const unsigned int kMaxQueue = 0x7FFFFFFF;
 // When this many timed-out waiters pile up they are folded into blocked, so
 // neither counter overflows.
 const unsigned int kFoldGone = 0x3FFFFFFF;
@@ -85,7 +84,7 @@ CCondition::CCondition(ILockable_& lock) : m_record(nullptr) {
     VESK_THROW(kSource, CSynchronizationException, "Failed to create critical section.");
   }
   record->lock = &lock;
-  if (!platform::SemaphoreInit(&record->queue, 0, kMaxQueue)) {
+  if (!platform::SemaphoreInit(&record->queue, 0, platform::kMaxSemaphoreCount)) {
     platform::SectionDelete(&record->unblock);
     platform::Free(block);
     VESK_THROW(kSource, CMemoryException);

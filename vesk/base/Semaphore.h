@@ -23,7 +23,7 @@ class VESK_API CSemaphore : public CBase, public ILockable_, public CNonCopyable
   /// A process-local semaphore holding initialCount of at most maxCount
   /// counts. Throws CIllegalArgumentException "Invalid initial count." when
   /// initialCount exceeds maxCount, CMemoryException when the system cannot
-  /// make it.
+  /// make it (also for a maxCount of 0 or above 0x7FFFFFFF).
   CSemaphore(unsigned int initialCount, unsigned int maxCount);
   /// Opens the system-wide semaphore of that name, shared with every process
   /// that opens the same name, or creates it with initialCount counts (of at

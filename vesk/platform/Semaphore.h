@@ -18,8 +18,12 @@ struct Semaphore {
   alignas(16) unsigned char opaque[128];
 };
 
-/// Initialises a semaphore holding initial of at most max counts (initial
-/// must not exceed max); false when the host refuses.
+/// The largest maximum count a semaphore can have.
+constexpr unsigned int kMaxSemaphoreCount = 0x7FFFFFFFu;
+
+/// Initialises a semaphore holding initial of at most max counts; false when
+/// the host refuses, or when max is 0 or above kMaxSemaphoreCount or initial
+/// exceeds max.
 bool SemaphoreInit(Semaphore* semaphore, unsigned int initial, unsigned int max) noexcept;
 /// Destroys a semaphore no thread waits on.
 void SemaphoreDelete(Semaphore* semaphore) noexcept;

@@ -7,6 +7,7 @@
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/SynchronizationException.h"
+#include "vesk/platform/Semaphore.h"
 #include "vesk/platform/Throw.h"
 #include "vesk/platform/posix/Deadline.h"
 
@@ -23,7 +24,6 @@ namespace {
 const char* const kSource = "vesk/base/win/WinNamedSemaphoreImpl";
 // Waits, posts and their failures report as the unnamed semaphore does.
 const char* const kWaitSource = "vesk/base/win/WinSemaphoreImpl";
-const unsigned int kInfinite = 0xFFFFFFFFu;
 // glibc keeps a named semaphore as the file "sem." + name in its shm folder.
 const unsigned int kLongestName = NAME_MAX - 4;
 
@@ -79,7 +79,7 @@ void CPosixNamedSemaphoreImpl::Acquire() {
 }
 
 bool CPosixNamedSemaphoreImpl::TryAcquire(unsigned int timeout) {
-  if (timeout == kInfinite) {
+  if (timeout == platform::kWaitInfinite) {
     Acquire();
     return true;
   }

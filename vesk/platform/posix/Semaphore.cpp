@@ -34,7 +34,9 @@ inline CountingSemaphore* Get(Semaphore* semaphore) {
 }  // namespace
 
 bool SemaphoreInit(Semaphore* semaphore, unsigned int initial, unsigned int max) noexcept {
-  if (initial > max) return false;
+  // Counts are signed 32-bit on every host the library runs on: a maximum of
+  // 0 or beyond 0x7FFFFFFF makes no semaphore.
+  if (max == 0 || max > kMaxSemaphoreCount || initial > max) return false;
   CountingSemaphore* s = new (semaphore->opaque) CountingSemaphore;
   s->count = initial;
   s->max = max;
