@@ -1,12 +1,11 @@
-#include <gtest/gtest.h>
-
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <random>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "TestStreams.h"
 #include "vesk/base/IllegalArgumentException.h"

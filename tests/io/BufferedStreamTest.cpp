@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "TestStreams.h"
 #include "vesk/base/IllegalArgumentException.h"
@@ -66,7 +66,7 @@ TEST(BufferedInputStreamTest, ShortReadsTopUpWithOneFill) {
   CTestInputStream source("0123456789", 3);  // at most 3 bytes per read
   CBufferedInputStream in(&source, 8);
   char buffer[8] = {};
-  EXPECT_EQ(in.Read(buffer, 2), 2);  // one fill of 3, 1 left buffered
+  EXPECT_EQ(in.Read(buffer, 2), 2);     // one fill of 3, 1 left buffered
   EXPECT_EQ(in.Read(buffer, 1, 5), 4);  // 1 buffered + one fill of 3
   EXPECT_EQ(std::string(buffer, 5), "02345");
   EXPECT_EQ(in.Read(buffer, 8), 3);

@@ -1,10 +1,10 @@
 // What every decorator shares: the CRef constructor keeps the wrapped stream
 // alive, the pointer constructor borrows it, Close closes it, destruction
 // neither closes nor flushes it, and a failed construction leaks nothing.
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "TestStreams.h"
 #include "vesk/base/MemoryException.h"

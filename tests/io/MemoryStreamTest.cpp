@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "TestStreams.h"
 #include "vesk/base/IllegalArgumentException.h"

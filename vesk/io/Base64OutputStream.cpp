@@ -25,8 +25,7 @@ CBase64OutputStream::CBase64OutputStream(COutputStream* stream, unsigned int lin
   }
 }
 
-CBase64OutputStream::CBase64OutputStream(const CRef<COutputStream>& stream,
-                                         unsigned int lineLength)
+CBase64OutputStream::CBase64OutputStream(const CRef<COutputStream>& stream, unsigned int lineLength)
     : m_stream(stream.Get()),
       m_streamRef(stream),
       m_lineLength(lineLength),

@@ -14,8 +14,8 @@ namespace io {
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CRef;
 
-VESK_IMPLEMENT_CLASS(CBufferedInputStream, CBufferedInputStream,
-                     "vesk::io::CBufferedInputStream", "vesk::io::CInputStream")
+VESK_IMPLEMENT_CLASS(CBufferedInputStream, CBufferedInputStream, "vesk::io::CBufferedInputStream",
+                     "vesk::io::CInputStream")
 
 CBufferedInputStream::CBufferedInputStream(CInputStream* stream, unsigned int size)
     : m_stream(stream), m_buffer(nullptr), m_bufferSize(0), m_count(0), m_position(0) {
@@ -44,9 +44,15 @@ void CBufferedInputStream::CreateBuffer(unsigned int size) {
   m_bufferSize = size;
 }
 
-void CBufferedInputStream::CheckOpen() const {
-  if (!m_stream) VESK_THROW("vesk/io/BufferedInputStream", CIOException, "Stream closed.");
+namespace {
+
+// A plain function rather than a member, so that it inlines into every
+// operation of this exported class.
+inline void CheckOpen(const void* stream) {
+  if (!stream) VESK_THROW("vesk/io/BufferedInputStream", CIOException, "Stream closed.");
 }
+
+}  // namespace
 
 void CBufferedInputStream::FillBuffer() {
   if (m_position < m_count) {
@@ -60,13 +66,13 @@ void CBufferedInputStream::FillBuffer() {
 }
 
 unsigned int CBufferedInputStream::GetAvailable() const {
-  CheckOpen();
+  CheckOpen(m_stream);
   return m_stream->GetAvailable() + (m_count - m_position);
 }
 
 int CBufferedInputStream::ReadInto(char* buffer, unsigned int offset, unsigned int length,
                                    bool withOffset) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (!buffer) return length == 0 ? 0 : Skip(length);
   if (length == 0) return 0;
   if (length > m_bufferSize) {
@@ -100,7 +106,7 @@ int CBufferedInputStream::Read(char* buffer, unsigned int length) {
 }
 
 int CBufferedInputStream::Read() {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (m_position >= m_count) {
     FillBuffer();
     if (m_position >= m_count) return EOS;
@@ -109,7 +115,7 @@ int CBufferedInputStream::Read() {
 }
 
 int CBufferedInputStream::Skip(unsigned int count) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (count == 0) return 0;
   unsigned int buffered = m_count - m_position;
   if (count > buffered) {
@@ -122,14 +128,14 @@ int CBufferedInputStream::Skip(unsigned int count) {
 }
 
 void CBufferedInputStream::Reset() {
-  CheckOpen();
+  CheckOpen(m_stream);
   m_count = 0;
   m_position = 0;
   m_stream->Reset();
 }
 
 void CBufferedInputStream::Close() {
-  CheckOpen();
+  CheckOpen(m_stream);
   CInputStream* stream = m_stream;
   m_stream = nullptr;  // closed even when the wrapped close fails
   stream->Close();

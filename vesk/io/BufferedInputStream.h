@@ -48,7 +48,6 @@ class VESK_API CBufferedInputStream : public CInputStream {
 
   void CreateBuffer(unsigned int size);
   void FillBuffer();
-  void CheckOpen() const;
   /// The array read; withOffset tells which read of the wrapped stream
   /// serves a request longer than the buffer.
   int ReadInto(char* buffer, unsigned int offset, unsigned int length, bool withOffset);

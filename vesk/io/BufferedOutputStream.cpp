@@ -31,8 +31,7 @@ CBufferedOutputStream::~CBufferedOutputStream() { platform::Free(m_buffer); }
 
 void CBufferedOutputStream::Init(COutputStream* stream, unsigned int size) {
   if (!stream) {
-    VESK_THROW("vesk/io/BufferedOutputStream", CIllegalArgumentException,
-               "Invalid output stream.");
+    VESK_THROW("vesk/io/BufferedOutputStream", CIllegalArgumentException, "Invalid output stream.");
   }
   // The message's spelling is part of what callers have matched on.
   if (size == 0) {
@@ -44,9 +43,15 @@ void CBufferedOutputStream::Init(COutputStream* stream, unsigned int size) {
   m_stream = stream;
 }
 
-void CBufferedOutputStream::CheckOpen() const {
-  if (!m_stream) VESK_THROW("vesk/io/BufferedOutputStream", CIOException, "Stream closed.");
+namespace {
+
+// A plain function rather than a member, so that it inlines into every
+// operation of this exported class.
+inline void CheckOpen(const void* stream) {
+  if (!stream) VESK_THROW("vesk/io/BufferedOutputStream", CIOException, "Stream closed.");
 }
+
+}  // namespace
 
 void CBufferedOutputStream::FlushBuffer() {
   if (m_count > 0) {
@@ -83,25 +88,25 @@ void CBufferedOutputStream::InternalClose() {
 }
 
 void CBufferedOutputStream::Write(const char* buffer, unsigned int offset, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (!buffer) return;
   InternalWrite(buffer, offset, length);
 }
 
 void CBufferedOutputStream::Write(const char* buffer, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (!buffer) return;
   InternalWrite(buffer, 0, length);
 }
 
 void CBufferedOutputStream::Write(char byte) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (m_count == m_bufferSize) FlushBuffer();
   m_buffer[m_count++] = byte;
 }
 
 void CBufferedOutputStream::Flush() {
-  CheckOpen();
+  CheckOpen(m_stream);
   FlushBuffer();
   m_stream->Flush();
 }

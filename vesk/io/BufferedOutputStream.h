@@ -47,7 +47,6 @@ class VESK_API CBufferedOutputStream : public COutputStream {
   CBufferedOutputStream& operator=(const CBufferedOutputStream&);
 
   void Init(COutputStream* stream, unsigned int size);
-  void CheckOpen() const;
 
   COutputStream* m_stream;
   vesk::base::CRef<COutputStream> m_streamRef;

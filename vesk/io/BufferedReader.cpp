@@ -45,9 +45,15 @@ void CBufferedReader::Init(CReader* reader, unsigned int size) {
   m_stream = reader;
 }
 
-void CBufferedReader::CheckOpen() const {
-  if (!m_stream) VESK_THROW("vesk/io/BufferedReader", CIOException, "Reader closed.");
+namespace {
+
+// A plain function rather than a member, so that it inlines into every
+// operation of this exported class.
+inline void CheckOpen(const void* stream) {
+  if (!stream) VESK_THROW("vesk/io/BufferedReader", CIOException, "Reader closed.");
 }
+
+}  // namespace
 
 void CBufferedReader::FillBuffer() {
   if (m_position < m_count) {
@@ -61,7 +67,7 @@ void CBufferedReader::FillBuffer() {
 
 int CBufferedReader::ReadInto(unsigned short* buffer, unsigned int offset, unsigned int length,
                               bool withOffset) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (!buffer) return length == 0 ? 0 : Skip(length);
   if (length == 0) return 0;
   if (length > m_bufferSize) {
@@ -95,7 +101,7 @@ int CBufferedReader::Read(unsigned short* buffer, unsigned int length) {
 }
 
 int CBufferedReader::Read() {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (m_position >= m_count) {
     FillBuffer();
     if (m_position >= m_count) return EOS;
@@ -104,7 +110,7 @@ int CBufferedReader::Read() {
 }
 
 int CBufferedReader::Skip(unsigned int count) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (count == 0) return 0;
   unsigned int buffered = m_count - m_position;
   if (count > buffered) {
@@ -117,14 +123,14 @@ int CBufferedReader::Skip(unsigned int count) {
 }
 
 void CBufferedReader::Reset() {
-  CheckOpen();
+  CheckOpen(m_stream);
   m_count = 0;
   m_position = 0;
   m_stream->Reset();
 }
 
 void CBufferedReader::Close() {
-  CheckOpen();
+  CheckOpen(m_stream);
   CReader* reader = m_stream;
   m_stream = nullptr;  // closed even when the wrapped close fails
   reader->Close();

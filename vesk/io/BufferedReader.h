@@ -44,7 +44,6 @@ class VESK_API CBufferedReader : public CReader {
 
   void Init(CReader* reader, unsigned int size);
   void FillBuffer();
-  void CheckOpen() const;
   int ReadInto(unsigned short* buffer, unsigned int offset, unsigned int length, bool withOffset);
 
   CReader* m_stream;

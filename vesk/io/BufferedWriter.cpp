@@ -43,9 +43,15 @@ void CBufferedWriter::Init(CWriter* writer, unsigned int size) {
   m_stream = writer;
 }
 
-void CBufferedWriter::CheckOpen() const {
-  if (!m_stream) VESK_THROW("vesk/io/BufferedWriter", CIOException, "Writer closed.");
+namespace {
+
+// A plain function rather than a member, so that it inlines into every
+// operation of this exported class.
+inline void CheckOpen(const void* stream) {
+  if (!stream) VESK_THROW("vesk/io/BufferedWriter", CIOException, "Writer closed.");
 }
+
+}  // namespace
 
 void CBufferedWriter::FlushBuffer() {
   if (m_count > 0) {
@@ -82,7 +88,7 @@ void CBufferedWriter::InternalClose() {
 }
 
 void CBufferedWriter::Write(const CUnicodeString& text, unsigned int offset, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_stream);
   unsigned int textLength = text.GetLength();
   if (offset >= textLength) return;
   if (length > textLength - offset) length = textLength - offset;
@@ -90,37 +96,37 @@ void CBufferedWriter::Write(const CUnicodeString& text, unsigned int offset, uns
 }
 
 void CBufferedWriter::Write(const CUnicodeString& text) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (text.IsEmpty()) return;
   InternalWrite(static_cast<const unsigned short*>(text), 0, text.GetLength());
 }
 
 void CBufferedWriter::Write(const unsigned short* chars, unsigned int offset, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (!chars) return;
   InternalWrite(chars, offset, length);
 }
 
 void CBufferedWriter::Write(const unsigned short* chars, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (!chars) return;
   InternalWrite(chars, 0, length);
 }
 
 void CBufferedWriter::Write(const unsigned short* chars) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (!chars) return;
   InternalWrite(chars, 0, platform::Utf16Length(chars));
 }
 
 void CBufferedWriter::Write(unsigned short ch) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (m_count == m_bufferSize) FlushBuffer();
   m_buffer[m_count++] = ch;
 }
 
 void CBufferedWriter::Flush() {
-  CheckOpen();
+  CheckOpen(m_stream);
   FlushBuffer();
   m_stream->Flush();
 }

@@ -50,7 +50,6 @@ class VESK_API CBufferedWriter : public CWriter {
   CBufferedWriter& operator=(const CBufferedWriter&);
 
   void Init(CWriter* writer, unsigned int size);
-  void CheckOpen() const;
 
   CWriter* m_stream;
   vesk::base::CRef<CWriter> m_streamRef;

@@ -25,17 +25,23 @@ CMemoryInputStream::~CMemoryInputStream() {
   if (m_buffer && m_ownsBuffer) platform::Free(const_cast<char*>(m_buffer));
 }
 
-void CMemoryInputStream::CheckOpen() const {
-  if (!m_buffer) VESK_THROW("vesk/io/MemoryInputStream", CIOException, "Stream closed.");
+namespace {
+
+// A plain function rather than a member, so that it inlines into every
+// operation of this exported class.
+inline void CheckOpen(const void* stream) {
+  if (!stream) VESK_THROW("vesk/io/MemoryInputStream", CIOException, "Stream closed.");
 }
 
+}  // namespace
+
 unsigned int CMemoryInputStream::GetAvailable() const {
-  CheckOpen();
+  CheckOpen(m_buffer);
   return m_length - m_position;
 }
 
 int CMemoryInputStream::Read(char* buffer, unsigned int offset, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_buffer);
   if (length == 0) return 0;
   // Reading into no buffer discards the bytes.
   if (!buffer) return Skip(length);
@@ -52,13 +58,13 @@ int CMemoryInputStream::Read(char* buffer, unsigned int length) {
 }
 
 int CMemoryInputStream::Read() {
-  CheckOpen();
+  CheckOpen(m_buffer);
   if (m_position >= m_length) return EOS;
   return static_cast<signed char>(m_buffer[m_position++]);
 }
 
 int CMemoryInputStream::Skip(unsigned int count) {
-  CheckOpen();
+  CheckOpen(m_buffer);
   if (count == 0) return 0;
   unsigned int remaining = m_length - m_position;
   unsigned int skipped = count < remaining ? count : remaining;
@@ -67,12 +73,12 @@ int CMemoryInputStream::Skip(unsigned int count) {
 }
 
 void CMemoryInputStream::Reset() {
-  CheckOpen();
+  CheckOpen(m_buffer);
   m_position = 0;
 }
 
 void CMemoryInputStream::Close() {
-  CheckOpen();
+  CheckOpen(m_buffer);
   if (m_ownsBuffer) platform::Free(const_cast<char*>(m_buffer));
   m_buffer = nullptr;
 }

@@ -38,8 +38,6 @@ class VESK_API CMemoryInputStream : public CInputStream {
   CMemoryInputStream(const CMemoryInputStream&);
   CMemoryInputStream& operator=(const CMemoryInputStream&);
 
-  void CheckOpen() const;
-
   const char* m_buffer;
   unsigned int m_length;
   unsigned int m_position;

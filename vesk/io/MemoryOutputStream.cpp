@@ -29,9 +29,15 @@ CMemoryOutputStream::CMemoryOutputStream(unsigned int initialCapacity, unsigned 
 
 CMemoryOutputStream::~CMemoryOutputStream() { platform::Free(m_buffer); }
 
-void CMemoryOutputStream::CheckOpen() const {
-  if (!m_open) VESK_THROW("vesk/io/MemoryOutputStream", CIOException, "Stream closed.");
+namespace {
+
+// A plain function rather than a member, so that it inlines into every
+// operation of this exported class.
+inline void CheckOpen(bool open) {
+  if (!open) VESK_THROW("vesk/io/MemoryOutputStream", CIOException, "Stream closed.");
 }
+
+}  // namespace
 
 bool CMemoryOutputStream::EnsureBufferCapacity(unsigned int needed) {
   // Rounds up to a multiple of the step in 32-bit arithmetic (exact for the
@@ -61,7 +67,7 @@ void CMemoryOutputStream::Append(const char* bytes, unsigned int length) {
 }
 
 void CMemoryOutputStream::Write(char byte) {
-  CheckOpen();
+  CheckOpen(m_open);
   if (m_size >= m_capacity) {
     if (m_size + 1 == 0 || !EnsureBufferCapacity(m_size + 1)) {
       VESK_THROW("vesk/io/MemoryOutputStream", CIOException, "Memory full.");
@@ -71,18 +77,18 @@ void CMemoryOutputStream::Write(char byte) {
 }
 
 void CMemoryOutputStream::Write(const char* buffer, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_open);
   if (!buffer) return;  // a null block is never readable
   Append(buffer, length);
 }
 
 void CMemoryOutputStream::Write(const char* buffer, unsigned int offset, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_open);
   if (!buffer) return;
   Append(buffer + offset, length);
 }
 
-void CMemoryOutputStream::Flush() { CheckOpen(); }
+void CMemoryOutputStream::Flush() { CheckOpen(m_open); }
 
 void CMemoryOutputStream::Close() { m_open = false; }
 

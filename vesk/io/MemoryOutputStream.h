@@ -48,7 +48,6 @@ class VESK_API CMemoryOutputStream : public COutputStream {
   CMemoryOutputStream(const CMemoryOutputStream&);
   CMemoryOutputStream& operator=(const CMemoryOutputStream&);
 
-  void CheckOpen() const;
   void Append(const char* bytes, unsigned int length);
 
   char* m_buffer;

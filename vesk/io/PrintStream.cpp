@@ -15,7 +15,8 @@ using vesk::base::CIllegalArgumentException;
 using vesk::base::CRef;
 using vesk::base::CString;
 
-VESK_IMPLEMENT_CLASS(CPrintStream, CPrintStream, "vesk::io::CPrintStream", "vesk::io::COutputStream")
+VESK_IMPLEMENT_CLASS(CPrintStream, CPrintStream, "vesk::io::CPrintStream",
+                     "vesk::io::COutputStream")
 
 CPrintStream::CPrintStream()
     : m_stream(nullptr), m_autoFlush(false), m_lineSeparator(platform::kLineEnd) {
@@ -24,7 +25,8 @@ CPrintStream::CPrintStream()
 
 CPrintStream::CPrintStream(COutputStream* stream, bool autoFlush)
     : m_stream(stream), m_autoFlush(autoFlush) {
-  if (!stream) VESK_THROW("vesk/io/PrintStream", CIllegalArgumentException, "Invalid output stream.");
+  if (!stream)
+    VESK_THROW("vesk/io/PrintStream", CIllegalArgumentException, "Invalid output stream.");
   m_formatBuffer[0] = '\0';
   m_lineSeparator = platform::kLineEnd;
 }
@@ -41,27 +43,33 @@ CPrintStream::CPrintStream(const CRef<COutputStream>& stream, bool autoFlush)
 
 CPrintStream::~CPrintStream() {}
 
-void CPrintStream::CheckOpen() const {
-  if (!m_stream) VESK_THROW("vesk/io/PrintStream", CIOException, "Stream closed.");
+namespace {
+
+// A plain function rather than a member, so that it inlines into every
+// operation of this exported class.
+inline void CheckOpen(const void* stream) {
+  if (!stream) VESK_THROW("vesk/io/PrintStream", CIOException, "Stream closed.");
 }
 
+}  // namespace
+
 void CPrintStream::Write(const char* buffer, unsigned int offset, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_stream);
   m_stream->Write(buffer, offset, length);
 }
 
 void CPrintStream::Write(const char* buffer, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_stream);
   m_stream->Write(buffer, length);
 }
 
 void CPrintStream::Write(char byte) {
-  CheckOpen();
+  CheckOpen(m_stream);
   m_stream->Write(byte);
 }
 
 void CPrintStream::Flush() {
-  CheckOpen();
+  CheckOpen(m_stream);
   m_stream->Flush();
 }
 
@@ -74,7 +82,7 @@ void CPrintStream::Close() {
 }
 
 void CPrintStream::WriteNewLine() {
-  CheckOpen();
+  CheckOpen(m_stream);
   m_stream->Write(static_cast<const char*>(m_lineSeparator), m_lineSeparator.GetLength());
   if (m_autoFlush) m_stream->Flush();
 }

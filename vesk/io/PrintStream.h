@@ -71,7 +71,6 @@ class VESK_API CPrintStream : public COutputStream {
   CPrintStream(const CPrintStream&);
   CPrintStream& operator=(const CPrintStream&);
 
-  void CheckOpen() const;
   void WriteNewLine();
   /// Writes the first length bytes of the format buffer.
   void WriteFormatted(int length);

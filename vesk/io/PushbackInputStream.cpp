@@ -14,8 +14,8 @@ namespace io {
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CRef;
 
-VESK_IMPLEMENT_CLASS(CPushbackInputStream, CPushbackInputStream,
-                     "vesk::io::CPushbackInputStream", "vesk::io::CInputStream")
+VESK_IMPLEMENT_CLASS(CPushbackInputStream, CPushbackInputStream, "vesk::io::CPushbackInputStream",
+                     "vesk::io::CInputStream")
 
 CPushbackInputStream::CPushbackInputStream(CInputStream* stream, unsigned int size)
     : m_stream(nullptr), m_buffer(nullptr), m_bufferSize(0), m_position(0) {
@@ -44,17 +44,23 @@ void CPushbackInputStream::Init(CInputStream* stream, unsigned int size) {
   m_stream = stream;
 }
 
-void CPushbackInputStream::CheckOpen() const {
-  if (!m_stream) VESK_THROW("vesk/io/PushbackInputStream", CIOException, "Stream closed.");
+namespace {
+
+// A plain function rather than a member, so that it inlines into every
+// operation of this exported class.
+inline void CheckOpen(const void* stream) {
+  if (!stream) VESK_THROW("vesk/io/PushbackInputStream", CIOException, "Stream closed.");
 }
 
+}  // namespace
+
 unsigned int CPushbackInputStream::GetAvailable() const {
-  CheckOpen();
+  CheckOpen(m_stream);
   return m_stream->GetAvailable() + (m_bufferSize - m_position);
 }
 
 int CPushbackInputStream::Read(char* buffer, unsigned int offset, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (!buffer) return length == 0 ? 0 : Skip(length);
   if (length == 0) return 0;
   unsigned int pushed = m_bufferSize - m_position;
@@ -75,13 +81,13 @@ int CPushbackInputStream::Read(char* buffer, unsigned int length) {
 }
 
 int CPushbackInputStream::Read() {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (m_position < m_bufferSize) return static_cast<signed char>(m_buffer[m_position++]);
   return m_stream->Read();
 }
 
 int CPushbackInputStream::Skip(unsigned int count) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (count == 0) return 0;
   unsigned int pushed = m_bufferSize - m_position;
   if (pushed <= count) {
@@ -93,13 +99,13 @@ int CPushbackInputStream::Skip(unsigned int count) {
 }
 
 void CPushbackInputStream::Reset() {
-  CheckOpen();
+  CheckOpen(m_stream);
   m_position = m_bufferSize;
   m_stream->Reset();
 }
 
 void CPushbackInputStream::Close() {
-  CheckOpen();
+  CheckOpen(m_stream);
   CInputStream* stream = m_stream;
   m_stream = nullptr;  // closed even when the wrapped close fails
   stream->Close();

@@ -52,7 +52,6 @@ class VESK_API CPushbackInputStream : public CInputStream {
   CPushbackInputStream& operator=(const CPushbackInputStream&);
 
   void Init(CInputStream* stream, unsigned int size);
-  void CheckOpen() const;
 
   CInputStream* m_stream;
   vesk::base::CRef<CInputStream> m_streamRef;

@@ -42,12 +42,18 @@ void CPushbackReader::Init(CReader* reader, unsigned int size) {
   m_stream = reader;
 }
 
-void CPushbackReader::CheckOpen() const {
-  if (!m_stream) VESK_THROW("vesk/io/PushbackReader", CIOException, "Reader closed.");
+namespace {
+
+// A plain function rather than a member, so that it inlines into every
+// operation of this exported class.
+inline void CheckOpen(const void* stream) {
+  if (!stream) VESK_THROW("vesk/io/PushbackReader", CIOException, "Reader closed.");
 }
 
+}  // namespace
+
 int CPushbackReader::Read(unsigned short* buffer, unsigned int offset, unsigned int length) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (!buffer) return length == 0 ? 0 : Skip(length);
   if (length == 0) return 0;
   unsigned int pushed = m_bufferSize - m_position;
@@ -68,13 +74,13 @@ int CPushbackReader::Read(unsigned short* buffer, unsigned int length) {
 }
 
 int CPushbackReader::Read() {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (m_position < m_bufferSize) return m_buffer[m_position++];
   return m_stream->Read();
 }
 
 int CPushbackReader::Skip(unsigned int count) {
-  CheckOpen();
+  CheckOpen(m_stream);
   if (count == 0) return 0;
   unsigned int pushed = m_bufferSize - m_position;
   if (pushed <= count) {
@@ -86,13 +92,13 @@ int CPushbackReader::Skip(unsigned int count) {
 }
 
 void CPushbackReader::Reset() {
-  CheckOpen();
+  CheckOpen(m_stream);
   m_position = m_bufferSize;
   m_stream->Reset();
 }
 
 void CPushbackReader::Close() {
-  CheckOpen();
+  CheckOpen(m_stream);
   CReader* reader = m_stream;
   m_stream = nullptr;  // closed even when the wrapped close fails
   reader->Close();
@@ -109,7 +115,8 @@ void CPushbackReader::Unread(const unsigned short* chars, unsigned int length) {
   Unread(chars, 0, length);
 }
 
-void CPushbackReader::Unread(const unsigned short* chars, unsigned int offset, unsigned int length) {
+void CPushbackReader::Unread(const unsigned short* chars, unsigned int offset,
+                             unsigned int length) {
   if (length > m_position) {
     VESK_THROW("vesk/io/PushbackReader", CIOException, "Pushback buffer is full.");
   }

@@ -50,7 +50,6 @@ class VESK_API CPushbackReader : public CReader {
   CPushbackReader& operator=(const CPushbackReader&);
 
   void Init(CReader* reader, unsigned int size);
-  void CheckOpen() const;
 
   CReader* m_stream;
   vesk::base::CRef<CReader> m_streamRef;
