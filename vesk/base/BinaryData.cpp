@@ -215,23 +215,30 @@ void ParseBinHex(const Unit* text, unsigned int textLength, char*& data, unsigne
 
 // --- building the output text -------------------------------------------------
 
-/// A scratch block freed on every way out.
-class CScratch {
- public:
-  explicit CScratch(std::size_t bytes) : m_block(platform::Alloc(bytes)) {
-    if (!m_block) VESK_THROW(kSource, CMemoryException);
-  }
-  ~CScratch() { platform::Free(m_block); }
-  CScratch(const CScratch&) = delete;
-  CScratch& operator=(const CScratch&) = delete;
-  template <typename T>
-  T* As() const {
-    return static_cast<T*>(m_block);
-  }
+/// Builds an encoded text of `units` units in a fresh string: the string is
+/// sized once, then filled from a small stack block a chunk at a time, so
+/// the text is written once into memory the string already owns. The
+/// output is replaced only when the whole text is built.
+/// Encode(in, n, out) encodes n bytes; inPerChunk bytes give kChunkUnits units.
+constexpr std::size_t kChunkUnits = 16384;
 
- private:
-  void* m_block;
-};
+template <typename Str, typename Unit, typename Encode>
+void BuildText(const char* data, std::size_t length, std::size_t units, std::size_t inPerChunk,
+               Encode encode, Str& out) {
+  Str text;
+  text.EnsureCapacity(static_cast<unsigned int>(units));
+  Unit chunk[kChunkUnits + 1];
+  const unsigned char* in = reinterpret_cast<const unsigned char*>(data);
+  while (length > 0) {
+    std::size_t n = length < inPerChunk ? length : inPerChunk;
+    std::size_t produced = encode(in, n, chunk);
+    chunk[produced] = 0;
+    text += chunk;
+    in += n;
+    length -= n;
+  }
+  out = text;
+}
 
 /// Encoded texts longer than a string can hold cannot be built.
 void CheckTextLength(std::size_t units) {
@@ -379,10 +386,13 @@ void CBinaryData::ToBase64String(const char* data, unsigned int length, CString&
   }
   std::size_t units = Base64Length(length);
   CheckTextLength(units);
-  CScratch text(units + 1);
-  EncodeBase64(reinterpret_cast<const unsigned char*>(data), length, text.As<char>());
-  text.As<char>()[units] = 0;
-  out.Set(text.As<char>(), static_cast<unsigned int>(units));
+  BuildText<CString, char>(
+      data, length, units, kChunkUnits / 4 * 3,
+      [](const unsigned char* in, std::size_t n, char* to) {
+        EncodeBase64(in, n, to);
+        return Base64Length(n);
+      },
+      out);
 }
 
 CString CBinaryData::ToBase64String(const char* data, unsigned int length) {
@@ -400,10 +410,13 @@ void CBinaryData::ToBase64UnicodeString(const char* data, unsigned int length,
   }
   std::size_t units = Base64Length(length);
   CheckTextLength(units);
-  CScratch text((units + 1) * sizeof(unsigned short));
-  EncodeBase64(reinterpret_cast<const unsigned char*>(data), length, text.As<unsigned short>());
-  text.As<unsigned short>()[units] = 0;
-  out.Set(text.As<unsigned short>(), static_cast<unsigned int>(units));
+  BuildText<CUnicodeString, unsigned short>(
+      data, length, units, kChunkUnits / 4 * 3,
+      [](const unsigned char* in, std::size_t n, unsigned short* to) {
+        EncodeBase64(in, n, to);
+        return Base64Length(n);
+      },
+      out);
 }
 
 CUnicodeString CBinaryData::ToBase64UnicodeString(const char* data, unsigned int length) {
@@ -429,10 +442,13 @@ void CBinaryData::ToBinHexString(const char* data, unsigned int length, CString&
   }
   std::size_t units = std::size_t(length) * 2;
   CheckTextLength(units);
-  CScratch text(units + 1);
-  EncodeBinHex(reinterpret_cast<const unsigned char*>(data), length, text.As<char>());
-  text.As<char>()[units] = 0;
-  out.Set(text.As<char>(), static_cast<unsigned int>(units));
+  BuildText<CString, char>(
+      data, length, units, kChunkUnits / 2,
+      [](const unsigned char* in, std::size_t n, char* to) {
+        EncodeBinHex(in, n, to);
+        return n * 2;
+      },
+      out);
 }
 
 CString CBinaryData::ToBinHexString(const char* data, unsigned int length) {
@@ -450,10 +466,13 @@ void CBinaryData::ToBinHexUnicodeString(const char* data, unsigned int length,
   }
   std::size_t units = std::size_t(length) * 2;
   CheckTextLength(units);
-  CScratch text((units + 1) * sizeof(unsigned short));
-  EncodeBinHex(reinterpret_cast<const unsigned char*>(data), length, text.As<unsigned short>());
-  text.As<unsigned short>()[units] = 0;
-  out.Set(text.As<unsigned short>(), static_cast<unsigned int>(units));
+  BuildText<CUnicodeString, unsigned short>(
+      data, length, units, kChunkUnits / 2,
+      [](const unsigned char* in, std::size_t n, unsigned short* to) {
+        EncodeBinHex(in, n, to);
+        return n * 2;
+      },
+      out);
 }
 
 CUnicodeString CBinaryData::ToBinHexUnicodeString(const char* data, unsigned int length) {

@@ -23,8 +23,13 @@ namespace {
 const char kSource[] = "vesk/io/DataInputStream";
 }  // namespace
 
+// Kept out of line: the per-value paths stay small.
+[[noreturn]] __attribute__((noinline, cold)) static void ThrowClosed(unsigned int line) {
+  throw CIOException(kSource, line, "Stream closed.");
+}
+
 #define VESK_CHECK_OPEN() \
-  if (!m_stream) VESK_THROW(kSource, CIOException, "Stream closed.")
+  if (__builtin_expect(!m_stream, 0)) ThrowClosed(__LINE__)
 
 CDataInputStream::CDataInputStream(const CRef<CInputStream>& stream)
     : m_streamRef(stream), m_stream(stream.Get()) {

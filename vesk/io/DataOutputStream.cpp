@@ -34,8 +34,13 @@ inline void PutBig32(char* out, unsigned int v) {
 }
 }  // namespace
 
+// Kept out of line: the per-value paths stay small.
+[[noreturn]] __attribute__((noinline, cold)) static void ThrowClosed(unsigned int line) {
+  throw CIOException(kSource, line, "Stream closed.");
+}
+
 #define VESK_CHECK_OPEN() \
-  if (!m_stream) VESK_THROW(kSource, CIOException, "Stream closed.")
+  if (__builtin_expect(!m_stream, 0)) ThrowClosed(__LINE__)
 
 CDataOutputStream::CDataOutputStream(const CRef<COutputStream>& stream)
     : m_streamRef(stream), m_stream(stream.Get()) {
@@ -90,9 +95,19 @@ void CDataOutputStream::WriteUByte(unsigned char value) {
   m_stream->Write(static_cast<char>(value));
 }
 
-void CDataOutputStream::WriteInt16(short value) { WriteUInt16(static_cast<unsigned short>(value)); }
+void CDataOutputStream::WriteInt16(short value) {
+  VESK_CHECK_OPEN();
+  char b[2];
+  PutBig16(b, static_cast<unsigned short>(value));
+  m_stream->Write(b, 2);
+}
 
-void CDataOutputStream::WriteInt32(int value) { WriteUInt32(static_cast<unsigned int>(value)); }
+void CDataOutputStream::WriteInt32(int value) {
+  VESK_CHECK_OPEN();
+  char b[4];
+  PutBig32(b, static_cast<unsigned int>(value));
+  m_stream->Write(b, 4);
+}
 
 void CDataOutputStream::WriteUInt16(unsigned short value) {
   VESK_CHECK_OPEN();
