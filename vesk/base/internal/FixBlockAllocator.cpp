@@ -1,10 +1,8 @@
 #include "vesk/base/internal/FixBlockAllocator.h"
 
-#include <cstdio>
-
 #include "vesk/base/Exception.h"
 #include "vesk/base/MemoryException.h"
-#include "vesk/platform/DebugSink.h"
+#include "vesk/base/System.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 
@@ -27,29 +25,12 @@ class CLockScope {
   CSpinLock& m_lock;
 };
 
-// Writes the report of an unexpected exception to the debug output.
+// Writes the report of an unexpected exception to the debug output. The
+// debug stream may have been closed by a client; the report is then lost.
 void ReportToDebugOutput(const CException& e) {
-  platform::DebugWrite(
-      "--- Exception occured ----------------------------------------------------------\n");
-  platform::DebugWrite("\t");
-  platform::DebugWrite(e.GetClass()->GetQualifiedName());
-  platform::DebugWrite("\n");
-  if (e.GetSourceFile() && e.GetSourceLine() != 0) {
-    char line[32];
-    std::snprintf(line, sizeof line, "(%u)\n", e.GetSourceLine());
-    platform::DebugWrite("\tLocation :\n\t\t");
-    platform::DebugWrite(e.GetSourceFile());
-    platform::DebugWrite(line);
-  }
-  if (e.GetErrorDescription()) {
-    platform::DebugWrite("\tError description :\n\t\t");
-    platform::DebugWrite(e.GetErrorDescription());
-    platform::DebugWrite("\n");
-  }
-  if (e.GetMessage()) {
-    platform::DebugWrite("\tMessage : \n\t\t");
-    platform::DebugWrite(e.GetMessage());
-    platform::DebugWrite("\n");
+  try {
+    e.Print(CSystem::debugOut);
+  } catch (const CException&) {
   }
 }
 
