@@ -10,7 +10,6 @@
 #include "vesk/base/Lock.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/ReentrantLock.h"
-#include "vesk/base/Semaphore.h"
 #include "vesk/base/SimpleLockManager.h"
 #include "vesk/base/SynchronizationException.h"
 #include "vesk/platform/Memory.h"
@@ -97,13 +96,6 @@ void Hammer(Lockable& lock, int threads, int rounds, long* counter) {
 
 TYPED_TEST(OwnedLockTest, ExcludesOtherThreads) {
   TypeParam lock;
-  long counter = 0;
-  Hammer(lock, 4, 500, &counter);
-  EXPECT_EQ(counter, 4 * 500);
-}
-
-TEST(LockTest, BinarySemaphoreExcludesOtherThreads) {
-  CSemaphore lock;
   long counter = 0;
   Hammer(lock, 4, 500, &counter);
   EXPECT_EQ(counter, 4 * 500);
