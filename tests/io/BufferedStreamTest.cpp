@@ -27,15 +27,7 @@ using vesk_test::U16;
 
 namespace {
 
-template <class F>
-void ExpectError(F op, const char* description) {
-  try {
-    op();
-    ADD_FAILURE() << "no exception, expected " << description;
-  } catch (const vesk::base::CException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), description);
-  }
-}
+using vesk_test::ExpectError;
 
 TEST(BufferedInputStreamTest, SizeZeroMeans512) {
   CTestInputStream source(std::string(2000, 'q'));

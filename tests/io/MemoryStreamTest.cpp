@@ -23,16 +23,7 @@ namespace platform = vesk::platform;
 
 namespace {
 
-// Expects op to throw CIOException with the given description.
-template <class F>
-void ExpectIOError(F op, const char* description) {
-  try {
-    op();
-    ADD_FAILURE() << "no exception, expected " << description;
-  } catch (const CIOException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), description);
-  }
-}
+using vesk_test::ExpectError;
 
 TEST(InputContractTest, DefaultReadSignExtendsAndEndsWithEOS) {
   vesk_test::CTestInputStream in(std::string("\xFF\x7F\x80", 3));
@@ -126,13 +117,13 @@ TEST(MemoryInputStreamTest, ClosedStreamRefusesEverythingAndFreesAnOwnedBlock) {
   in.Close();
   EXPECT_EQ(platform::LiveAllocations(), live);
   char buffer[4];
-  ExpectIOError([&] { in.Read(); }, "Stream closed.");
-  ExpectIOError([&] { in.Read(buffer, 4); }, "Stream closed.");
-  ExpectIOError([&] { in.Read(nullptr, 0, 4); }, "Stream closed.");
-  ExpectIOError([&] { in.Skip(1); }, "Stream closed.");
-  ExpectIOError([&] { in.GetAvailable(); }, "Stream closed.");
-  ExpectIOError([&] { in.Reset(); }, "Stream closed.");
-  ExpectIOError([&] { in.Close(); }, "Stream closed.");
+  ExpectError([&] { in.Read(); }, "Stream closed.");
+  ExpectError([&] { in.Read(buffer, 4); }, "Stream closed.");
+  ExpectError([&] { in.Read(nullptr, 0, 4); }, "Stream closed.");
+  ExpectError([&] { in.Skip(1); }, "Stream closed.");
+  ExpectError([&] { in.GetAvailable(); }, "Stream closed.");
+  ExpectError([&] { in.Reset(); }, "Stream closed.");
+  ExpectError([&] { in.Close(); }, "Stream closed.");
 }
 
 TEST(MemoryInputStreamTest, DestructorFreesOnlyAnOwnedBlock) {
@@ -188,9 +179,9 @@ TEST(MemoryOutputStreamTest, DetachResetAndClose) {
   out.Close();
   out.Close();  // repeatable
   EXPECT_EQ(std::string(out.GetBuffer(), out.GetBufferSize()), "z");
-  ExpectIOError([&] { out.Write('a'); }, "Stream closed.");
-  ExpectIOError([&] { out.Write("a", 1); }, "Stream closed.");
-  ExpectIOError([&] { out.Flush(); }, "Stream closed.");
+  ExpectError([&] { out.Write('a'); }, "Stream closed.");
+  ExpectError([&] { out.Write("a", 1); }, "Stream closed.");
+  ExpectError([&] { out.Flush(); }, "Stream closed.");
   out.Reset();
   EXPECT_EQ(out.GetBufferSize(), 0u);
 }
@@ -206,15 +197,15 @@ TEST(MemoryOutputStreamTest, AllocationFailures) {
   CMemoryOutputStream out(4, 4);
   out.Write("abcd", 4);
   platform::FailAllocationAt(1);
-  ExpectIOError([&] { out.Write('e'); }, "Memory full.");
+  ExpectError([&] { out.Write('e'); }, "Memory full.");
   platform::FailAllocationAt(1);
-  ExpectIOError([&] { out.Write("ef", 2); }, "Memory full.");
+  ExpectError([&] { out.Write("ef", 2); }, "Memory full.");
   platform::FailAllocationAt(0);
   // The old block and its bytes survive the failures.
   out.Write('e');
   EXPECT_EQ(std::string(out.GetBuffer(), out.GetBufferSize()), "abcde");
   // A total that would wrap past 4 GB is refused rather than wrapped.
-  ExpectIOError([&] { out.Write("x", 0, 0xFFFFFFFFu); }, "Memory full.");
+  ExpectError([&] { out.Write("x", 0, 0xFFFFFFFFu); }, "Memory full.");
   EXPECT_FALSE(out.EnsureBufferCapacity(0xFFFFFFFFu));
 }
 

@@ -18,15 +18,7 @@ using vesk_test::U16;
 
 namespace {
 
-template <class F>
-void ExpectError(F op, const char* description) {
-  try {
-    op();
-    ADD_FAILURE() << "no exception, expected " << description;
-  } catch (const vesk::base::CException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), description);
-  }
-}
+using vesk_test::ExpectError;
 
 TEST(PushbackInputStreamTest, LastGivenBackIsReadFirst) {
   CTestInputStream source("rest");

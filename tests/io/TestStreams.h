@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "vesk/io/IOException.h"
 #include "vesk/io/InputStream.h"
 #include "vesk/io/OutputStream.h"
@@ -135,6 +137,17 @@ class CTestWriter : public vesk::io::CWriter {
   Tally m_own;
   Tally* m_tally;
 };
+
+/// Expects op to throw an exception of the library with that description.
+template <class F>
+void ExpectError(F op, const char* description) {
+  try {
+    op();
+    ADD_FAILURE() << "no exception, expected " << description;
+  } catch (const vesk::base::CException& e) {
+    EXPECT_STREQ(e.GetErrorDescription(), description);
+  }
+}
 
 inline std::basic_string<unsigned short> U16(const char* ascii) {
   std::basic_string<unsigned short> s;
