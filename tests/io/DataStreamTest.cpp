@@ -81,6 +81,7 @@ class CSource : public CInputStream {
     if (length == 0) return 0;
     if (m_pos >= m_data.size()) return -1;
     size_t n = std::min<size_t>(length, m_data.size() - m_pos);
+    if (chunk && n > chunk) n = chunk;
     std::memcpy(buffer + offset, m_data.data() + m_pos, n);
     m_pos += n;
     return static_cast<int>(n);
@@ -97,6 +98,7 @@ class CSource : public CInputStream {
 
   int reads = 0, resets = 0, closes = 0;
   unsigned int skipped = 0;
+  size_t chunk = 0;  // most bytes per array read (0: no limit)
   bool failClose = false;
 
  private:
@@ -309,6 +311,29 @@ TEST(DataInputStream, StringReads) {
                   6));
   CDataInputStream in3(&shortData);
   EXPECT_EQ(ToU16(in3.ReadString()), u"hi");
+
+  // A count of nearly 4 GB from damaged data: only the bytes there are read,
+  // without reserving the full count first.
+  CSource damaged(
+      std::string("\xFF\xFF\xFF\xF0"
+                  "abc",
+                  7));
+  CDataInputStream in4(&damaged);
+  EXPECT_EQ(ToU16(in4.ReadString()), u"abc");
+}
+
+TEST(DataInputStream, LongStringsArriveInPieces) {
+  // 200000 bytes from a stream that hands out at most 1000 per read.
+  std::string text(200000, 'x');
+  text[123456] = 'y';
+  std::string bytes = std::string("\x00\x03\x0D\x40", 4) + text;
+  CSource source(bytes);
+  source.chunk = 1000;
+  CDataInputStream in(&source);
+  CUnicodeString s = in.ReadString();
+  ASSERT_EQ(s.GetLength(), 200000u);
+  EXPECT_EQ(ToU16(s)[123456], u'y');
+  EXPECT_EQ(in.GetAvailable(), 0u);
 }
 
 TEST(DataInputStream, StringBufferAllocationFailure) {

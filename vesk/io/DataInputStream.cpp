@@ -138,18 +138,44 @@ CUnicodeString CDataInputStream::ReadString() {
   return ReadUTF8(ReadUInt32());
 }
 
+namespace {
+// Strings up to this many bytes are read with one Read into a block of
+// their full size. A longer count may come from damaged data (any four
+// bytes make a count of up to 4 GB), so those are read in pieces into a
+// block that grows only as the bytes arrive.
+constexpr unsigned int kOneReadLimit = 65536;
+}  // namespace
+
 CUnicodeString CDataInputStream::ReadUTF8(unsigned int count) {
   VESK_CHECK_OPEN();
-  std::size_t capacity = 32;
-  if (capacity < std::size_t(count) + 1) capacity = std::size_t(count) + 1;
-  char* buffer = static_cast<char*>(platform::Alloc(capacity));
+  std::size_t capacity = count < kOneReadLimit ? count : kOneReadLimit;
+  if (capacity < 32) capacity = 32;
+  char* buffer = static_cast<char*>(platform::Alloc(capacity + 1));
   if (!buffer) VESK_THROW(kSource, CMemoryException);
   CUnicodeString text;
   try {
-    int got = count == 0 ? 0 : m_stream->Read(buffer, count);
+    std::size_t got = 0;
+    if (count <= kOneReadLimit) {
+      int n = count == 0 ? 0 : m_stream->Read(buffer, count);
+      if (n > 0) got = static_cast<std::size_t>(n);
+    } else {
+      while (got < count) {
+        if (got == capacity) {
+          std::size_t grown = capacity * 2 < count ? capacity * 2 : count;
+          char* moved = static_cast<char*>(platform::Realloc(buffer, grown + 1));
+          if (!moved) VESK_THROW(kSource, CMemoryException);
+          buffer = moved;
+          capacity = grown;
+        }
+        int n = m_stream->Read(buffer, static_cast<unsigned int>(got),
+                               static_cast<unsigned int>(capacity - got));
+        if (n <= 0) break;
+        got += static_cast<std::size_t>(n);
+      }
+    }
     // The text ends after the bytes that actually arrived: a short read at
     // the end of the data never exposes the rest of the block.
-    buffer[got > 0 ? static_cast<std::size_t>(got) : 0] = 0;
+    buffer[got] = 0;
     text.FromUTF8(buffer, -1);
   } catch (...) {
     platform::Free(buffer);
