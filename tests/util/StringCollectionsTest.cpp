@@ -12,6 +12,7 @@
 #include "TestObjects.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
 #include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/UnicodeString.h"
 #include "vesk/util/StringHashCode.h"
 #include "vesk/util/StringMap.h"
 #include "vesk/util/StringSet.h"
@@ -48,6 +49,11 @@ TEST(StringHashTest, ShortAndLongKeys) {
   EXPECT_EQ(static_cast<int>(h), vesk::util::GetStringHashCode(key));
   EXPECT_EQ(vesk::util::GetStringHashCode(key), vesk::util::GetCStringHashCode(CString(key)));
   EXPECT_EQ(0, vesk::util::GetCStringHashCode(CString()));
+  // The 16-bit form applies the same rule to the units.
+  EXPECT_EQ(vesk::util::GetStringHashCode(key),
+            vesk::util::GetCUnicodeStringHashCode(vesk::base::CUnicodeString(key)));
+  EXPECT_EQ(3687, vesk::util::GetCUnicodeStringHashCode(vesk::base::CUnicodeString("ab")));
+  EXPECT_EQ(0, vesk::util::GetCUnicodeStringHashCode(vesk::base::CUnicodeString()));
   EXPECT_EQ(-5, vesk::util::GetLongHashCode(-5L));
   EXPECT_EQ(7, vesk::util::GetUnsignedLongHashCode(7UL));
 }

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "vesk/base/String.h"
+#include "vesk/base/UnicodeString.h"
 
 
 namespace vesk {
@@ -34,6 +35,12 @@ int GetStringHashCode(const char* text) {
 int GetCStringHashCode(const vesk::base::CString& text) {
   return HashUnits(reinterpret_cast<const unsigned char*>(static_cast<const char*>(text)),
                    text.GetLength());
+}
+
+int GetCUnicodeStringHashCode(const vesk::base::CUnicodeString& text) {
+  unsigned int length = text.GetLength();
+  if (length == 0) return 0;
+  return HashUnits(static_cast<const unsigned short*>(text), length);
 }
 
 }  // namespace util
