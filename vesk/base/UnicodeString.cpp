@@ -36,7 +36,7 @@ unsigned short* NewBuffer(unsigned int n) {
   CFixBlockAllocator* pool = internal::WideStringPool(capacity);
   void* block;
   if (pool) {
-    block = pool->Allocate();
+    block = internal::TakeStringBlock(pool);
   } else {
     block = platform::Alloc(sizeof(CUnicodeStringData) + static_cast<std::size_t>(capacity) * 2);
     if (!block) VESK_THROW(kSource, CMemoryException);
@@ -54,7 +54,7 @@ unsigned short* NewBuffer(unsigned int n) {
 void FreeBuffer(CUnicodeStringData* data) {
   CFixBlockAllocator* pool = internal::WideStringPool(data->capacity);
   if (pool) {
-    pool->Free(data);
+    internal::GiveStringBlock(pool, data);
   } else {
     platform::Free(data);
   }
@@ -92,7 +92,10 @@ const std::uint64_t kHigh16 = 0x8000800080008000ull;
 const std::uint64_t kLow15 = 0x7FFF7FFF7FFF7FFFull;
 const std::uint64_t kMask80 = 0xFF80FF80FF80FF80ull;
 const std::uint64_t kMask800 = 0xF800F800F800F800ull;
+const std::uint64_t kMaskFC00 = 0xFC00FC00FC00FC00ull;
 const std::uint64_t kSurrogates = 0xD800D800D800D800ull;
+const std::uint64_t kHighSurrogates = 0xD800D800D800D800ull;
+const std::uint64_t kLowSurrogates = 0xDC00DC00DC00DC00ull;
 const std::uint64_t kHighBits8 = 0x8080808080808080ull;
 const std::uint64_t kOnes8 = 0x0101010101010101ull;
 
@@ -122,31 +125,47 @@ inline std::size_t CountOne(const unsigned short* s, std::size_t i, std::size_t 
   return 3;
 }
 
-// Length of the UTF-8 form of n units. Four units at a time while none of
-// them is a surrogate: each takes 1 byte, plus one from 0x80, plus one more
-// from 0x800.
+// Per 16-bit lane of x, 1 when the lane is not zero, else 0. Bit 0 of every
+// lane of x must be clear (true of every mask used here).
+inline std::uint64_t NonZeroLanes(std::uint64_t x) { return (((x >> 1) + kLow15) & kHigh16) >> 15; }
+
+// Sum of the four 16-bit lanes.
+inline std::size_t SumLanes(std::uint64_t x) {
+  return static_cast<std::size_t>((x * kOnes16) >> 48);
+}
+
+// Length of the UTF-8 form of n units by the rules of CountOne.
 std::size_t Utf8Count(const unsigned short* s, std::size_t n) {
+  // Well-formed text first, four units at a time: every unit weighs 1, one
+  // more from 0x80, one more from 0x800 and one less for a surrogate (so a
+  // pair weighs 4). That holds when a unit is a high surrogate exactly when
+  // the next one is a low surrogate, the first is no low and the last no
+  // high surrogate; otherwise the units are counted again one by one.
   std::size_t count = 0;
+  std::uint64_t odd = n > 0 && (IsLow(s[0]) || IsHigh(s[n - 1]));
   std::size_t i = 0;
-  while (i + 4 <= n) {
+  for (; i + 5 <= n; i += 4) {
     std::uint64_t w = Load64(s + i);
-    std::uint64_t top = w & kMask800;
-    std::uint64_t v = top ^ kSurrogates;  // a zero lane is a surrogate
-    if (((v - kOnes16) & ~v & kHigh16) == 0) {
-      std::uint64_t from80 = ((((w & kMask80) >> 1) + kLow15) & kHigh16) >> 15;
-      std::uint64_t from800 = (((top >> 1) + kLow15) & kHigh16) >> 15;
-      count += 4 + static_cast<std::size_t>(((from80 + from800) * kOnes16) >> 48);
-      i += 4;
+    if ((w & kMask80) == 0) {  // four ASCII units
+      count += 4;
+      odd |= IsLow(s[i + 4]);
       continue;
     }
-    std::size_t end = i + 4;
-    while (i < end) {
-      std::size_t k;
-      count += CountOne(s, i, n, &k);
-      i += k;
-    }
+    std::uint64_t next = Load64(s + i + 1);
+    std::uint64_t notHigh = NonZeroLanes((w & kMaskFC00) ^ kHighSurrogates);
+    std::uint64_t notLow = NonZeroLanes((next & kMaskFC00) ^ kLowSurrogates);
+    odd |= notHigh ^ notLow;
+    count += SumLanes(NonZeroLanes(w & kMask80) + NonZeroLanes(w & kMask800) +
+                      NonZeroLanes((w & kMask800) ^ kSurrogates));
   }
-  while (i < n) {
+  for (; i < n; ++i) {
+    unsigned int u = s[i];
+    count += 1 + (u >= 0x80) + (u >= 0x800) - (IsHigh(u) || IsLow(u));
+    if (i + 1 < n) odd |= IsHigh(u) != IsLow(s[i + 1]);
+  }
+  if (!odd) return count;
+  count = 0;
+  for (i = 0; i < n;) {
     std::size_t k;
     count += CountOne(s, i, n, &k);
     i += k;
@@ -154,23 +173,37 @@ std::size_t Utf8Count(const unsigned short* s, std::size_t n) {
   return count;
 }
 
-// Writes the UTF-8 form of n units (no terminator); returns the bytes written.
-std::size_t Utf8Write(const unsigned short* s, std::size_t n, char* target) {
+// Writes the UTF-8 form of n units (no terminator) to target, which ends at
+// end and has room for all of it; returns the bytes written.
+std::size_t Utf8Write(const unsigned short* s, std::size_t n, char* target, const char* end) {
   unsigned char* out = reinterpret_cast<unsigned char*>(target);
+  const unsigned char* last = reinterpret_cast<const unsigned char*>(end);
   std::size_t i = 0;
   while (i < n) {
+    if (i + 4 <= n && (Load64(s + i) & kMask80) == 0) {
+      out[0] = static_cast<unsigned char>(s[i]);
+      out[1] = static_cast<unsigned char>(s[i + 1]);
+      out[2] = static_cast<unsigned char>(s[i + 2]);
+      out[3] = static_cast<unsigned char>(s[i + 3]);
+      out += 4;
+      i += 4;
+      continue;
+    }
     unsigned int u = s[i];
-    if (u < 0x80) {
+    if ((u & 0xF800) != 0xD800 && i + 1 < n && last - out >= 3) {
+      // One, two or three bytes without a branch: three are stored, and
+      // the ones beyond the character are overwritten by what follows (a
+      // unit follows, and then the terminator), never left past the end.
+      unsigned int two = u >= 0x80;
+      unsigned int three = u >= 0x800;
+      out[0] = static_cast<unsigned char>(three ? 0xE0 | (u >> 12) : two ? 0xC0 | (u >> 6) : u);
+      out[1] = static_cast<unsigned char>(0x80 | ((three ? u >> 6 : u) & 0x3F));
+      out[2] = static_cast<unsigned char>(0x80 | (u & 0x3F));
+      out += 1 + two + three;
+      ++i;
+    } else if (u < 0x80) {
       *out++ = static_cast<unsigned char>(u);
       ++i;
-      while (i + 4 <= n && (Load64(s + i) & kMask80) == 0) {
-        out[0] = static_cast<unsigned char>(s[i]);
-        out[1] = static_cast<unsigned char>(s[i + 1]);
-        out[2] = static_cast<unsigned char>(s[i + 2]);
-        out[3] = static_cast<unsigned char>(s[i + 3]);
-        out += 4;
-        i += 4;
-      }
     } else if (u < 0x800) {
       out[0] = static_cast<unsigned char>(0xC0 | (u >> 6));
       out[1] = static_cast<unsigned char>(0x80 | (u & 0x3F));
@@ -202,64 +235,101 @@ std::size_t Utf8Write(const unsigned short* s, std::size_t n, char* target) {
   return static_cast<std::size_t>(out - reinterpret_cast<unsigned char*>(target));
 }
 
+// Byte count of the sequence each byte leads; 0 for a byte that cannot lead
+// one (NUL, continuation bytes, C0, C1, F5 to FF).
+struct CLeadTable {
+  unsigned char length[256];
+  constexpr CLeadTable() : length() {
+    for (int b = 0; b < 256; ++b) {
+      length[b] = b == 0     ? 0
+                  : b < 0x80 ? 1
+                  : b < 0xC2 ? 0
+                  : b < 0xE0 ? 2
+                  : b < 0xF0 ? 3
+                  : b < 0xF5 ? 4
+                             : 0;
+    }
+  }
+};
+constexpr CLeadTable kLeads;
+// By sequence length: the lead's payload bits, the shift that aligns the
+// assembled bits, the smallest value that is not overlong, and the high
+// bits of the continuation bytes in a little-endian 32-bit word.
+const unsigned int kLeadMask[5] = {0, 0x7F, 0x1F, 0x0F, 0x07};
+const unsigned int kShift[5] = {0, 18, 12, 6, 0};
+const unsigned int kMinimum[5] = {0, 1, 0x80, 0x800, 0x10000};
+const std::uint32_t kFollowMask[5] = {0, 0, 0xC000, 0xC0C000, 0xC0C0C000};
+const std::uint32_t kFollowBits[5] = {0, 0, 0x8000, 0x808000, 0x80808000};
+
 // Decodes UTF-8 up to the first byte that cannot continue the text (see
 // FromUTF8); returns the units and sets *consumed to the bytes decoded.
-// With Write set the units are stored at out, which has room for them.
+// With Write set the units are stored at out, which has room for them and
+// one more unit (the terminator's place, which may be scribbled on).
 template <bool Write>
 std::size_t Utf8Decode(const unsigned char* s, std::size_t n, unsigned short* out,
                        std::size_t* consumed) {
   std::size_t i = 0;
   std::size_t units = 0;
-  while (i < n) {
-    unsigned int b = s[i];
-    if (b < 0x80) {
-      if (b == 0) break;
-      if (Write) out[units] = static_cast<unsigned short>(b);
-      ++units;
-      ++i;
-      // Eight ASCII bytes at a time, none of them NUL.
-      while (i + 8 <= n) {
-        std::uint64_t w = Load64(s + i);
-        if ((w & kHighBits8) != 0 || ((w - kOnes8) & ~w & kHighBits8) != 0) break;
+  // While four bytes can be read: eight ASCII bytes at a time, else one
+  // character with few branches.
+  while (i + 4 <= n) {
+    if (i + 8 <= n) {
+      std::uint64_t w = Load64(s + i);
+      if ((w & kHighBits8) == 0 && ((w - kOnes8) & ~w & kHighBits8) == 0) {
         if (Write) {
           for (int k = 0; k < 8; ++k) out[units + k] = s[i + k];
         }
         units += 8;
         i += 8;
+        continue;
       }
-      continue;
     }
-    unsigned int cp;
-    if (b >= 0xC2 && b <= 0xDF) {
-      if (i + 1 >= n || (s[i + 1] & 0xC0) != 0x80) break;
-      cp = ((b & 0x1F) << 6) | (s[i + 1] & 0x3F);
-      i += 2;
-    } else if (b >= 0xE0 && b <= 0xEF) {
-      if (i + 2 >= n || (s[i + 1] & 0xC0) != 0x80 || (s[i + 2] & 0xC0) != 0x80) break;
-      cp = ((b & 0x0F) << 12) | ((s[i + 1] & 0x3F) << 6) | (s[i + 2] & 0x3F);
-      if (cp < 0x800) break;  // overlong
-      i += 3;
-    } else if (b >= 0xF0 && b <= 0xF4) {
-      if (i + 3 >= n || (s[i + 1] & 0xC0) != 0x80 || (s[i + 2] & 0xC0) != 0x80 ||
-          (s[i + 3] & 0xC0) != 0x80) {
-        break;
-      }
-      cp = ((b & 0x07) << 18) | ((s[i + 1] & 0x3F) << 12) | ((s[i + 2] & 0x3F) << 6) |
-           (s[i + 3] & 0x3F);
-      // Below 0x10000 it is overlong; above 0x10FFFF it has no pair.
-      if (cp < 0x10000 || cp > 0x10FFFF) break;
+    unsigned int b = s[i];
+    unsigned int length = kLeads.length[b];
+    std::uint32_t word = b | (static_cast<std::uint32_t>(s[i + 1]) << 8) |
+                         (static_cast<std::uint32_t>(s[i + 2]) << 16) |
+                         (static_cast<std::uint32_t>(s[i + 3]) << 24);
+    if (length == 0 || (word & kFollowMask[length]) != kFollowBits[length]) {
+      *consumed = i;
+      return units;
+    }
+    unsigned int cp = (((b & kLeadMask[length]) << 18) | ((s[i + 1] & 0x3Fu) << 12) |
+                       ((s[i + 2] & 0x3Fu) << 6) | (s[i + 3] & 0x3Fu)) >>
+                      kShift[length];
+    // Overlong, or beyond U+10FFFF (no pair can hold it).
+    if (cp < kMinimum[length] || cp > 0x10FFFF) {
+      *consumed = i;
+      return units;
+    }
+    unsigned int pair = cp >= 0x10000;
+    if (Write) {
+      unsigned int v = cp - 0x10000;
+      out[units] = static_cast<unsigned short>(pair ? 0xD800 + (v >> 10) : cp);
+      out[units + 1] = static_cast<unsigned short>(0xDC00 + (v & 0x3FF));
+    }
+    units += 1 + pair;
+    i += length;
+  }
+  // The last bytes, one character at a time.
+  while (i < n) {
+    unsigned int b = s[i];
+    unsigned int length = kLeads.length[b];
+    if (length == 0 || i + length > n) break;
+    unsigned int cp = b & kLeadMask[length];
+    std::size_t k = 1;
+    for (; k < length && (s[i + k] & 0xC0) == 0x80; ++k) cp = (cp << 6) | (s[i + k] & 0x3F);
+    if (k < length || cp < kMinimum[length] || cp > 0x10FFFF) break;
+    if (cp >= 0x10000) {
       if (Write) {
         out[units] = static_cast<unsigned short>(0xD800 + ((cp - 0x10000) >> 10));
         out[units + 1] = static_cast<unsigned short>(0xDC00 + ((cp - 0x10000) & 0x3FF));
       }
       units += 2;
-      i += 4;
-      continue;
     } else {
-      break;  // a continuation byte, an overlong lead (C0, C1) or F5 to FF
+      if (Write) out[units] = static_cast<unsigned short>(cp);
+      ++units;
     }
-    if (Write) out[units] = static_cast<unsigned short>(cp);
-    ++units;
+    i += length;
   }
   *consumed = i;
   return units;
@@ -976,7 +1046,7 @@ int CUnicodeString::ToUTF8(char* buffer, int size) const {
   // No unit takes more than three bytes: a buffer that large is filled
   // without measuring first (the result is the same).
   if (buffer && size > 0 && static_cast<unsigned long long>(size) >= 3ull * n + 1) {
-    std::size_t written = Utf8Write(m_pszData, n, buffer);
+    std::size_t written = Utf8Write(m_pszData, n, buffer, buffer + size);
     buffer[written] = '\0';
     return static_cast<int>(written);
   }
@@ -984,7 +1054,7 @@ int CUnicodeString::ToUTF8(char* buffer, int size) const {
   if (count >= static_cast<std::size_t>(INT_MAX)) return -1;  // not expressible
   if (size == -1) return static_cast<int>(count + 1);
   if (!buffer || size < static_cast<int>(count + 1)) return -1;
-  Utf8Write(m_pszData, n, buffer);
+  Utf8Write(m_pszData, n, buffer, buffer + size);
   buffer[count] = '\0';
   return static_cast<int>(count);
 }
@@ -1001,7 +1071,7 @@ CString CUnicodeString::ToUTF8() const {
     scratch = static_cast<char*>(platform::Alloc(count + 1));
     if (!scratch) VESK_THROW(kSource, CMemoryException);
   }
-  Utf8Write(m_pszData, n, scratch);
+  Utf8Write(m_pszData, n, scratch, scratch + count + 1);
   scratch[count] = '\0';
   try {
     result.Set(scratch, static_cast<unsigned int>(count));
