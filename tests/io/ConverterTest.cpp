@@ -1,0 +1,343 @@
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <unicode/ustring.h>
+
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/String.h"
+#include "vesk/io/ConcreteWCharToCharConverterFactory.h"
+#include "vesk/io/UnsupportedEncodingException.h"
+#include "vesk/io/WCharToCharUTF8.h"
+#include "vesk/platform/Memory.h"
+
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CRef;
+using vesk::base::CString;
+using vesk::io::CConcreteWCharToCharConverterFactory;
+using vesk::io::CUnsupportedEncodingException;
+using vesk::io::CWCharToCharConverter;
+using vesk::io::CWCharToCharConverterFactory;
+using vesk::io::CWCharToCharUTF8;
+
+namespace {
+
+typedef std::basic_string<unsigned short> U16String;
+
+/// Converts units in one call into a generous buffer; the bytes as a string.
+std::string Encode(CWCharToCharConverter& c, const U16String& units) {
+  std::vector<char> out(units.size() * 3 + 8, 'x');
+  int n = c.Convert(units.data(), 0, static_cast<unsigned int>(units.size()), out.data(), 0,
+                    static_cast<unsigned int>(out.size()));
+  EXPECT_GE(n, 0);
+  return std::string(out.data(), n < 0 ? 0 : n);
+}
+
+std::string Bytes(std::initializer_list<int> list) {
+  std::string s;
+  for (int b : list) s.push_back(static_cast<char>(b));
+  return s;
+}
+
+template <class E, class F>
+void ExpectThrow(F op, const char* description) {
+  try {
+    op();
+    ADD_FAILURE() << "no exception";
+  } catch (const E& e) {
+    if (description) EXPECT_STREQ(e.GetErrorDescription(), description);
+  }
+}
+
+/// The encoding rules unit by unit, without any of the converter's speed-ups:
+/// the bytes one call produces, the pending unit it leaves.
+std::string ReferenceEncode(const U16String& in, unsigned short& pending) {
+  std::string out;
+  size_t i = 0;
+  if (pending != 48 && !in.empty()) {
+    if (in[0] >= 0xDC00 && in[0] <= 0xDFFF) {
+      unsigned cp = 0x10000 + ((pending - 0xD800u) << 10) + (in[0] - 0xDC00u);
+      out += Bytes({0xF0 | int(cp >> 18), 0x80 | int((cp >> 12) & 0x3F),
+                    0x80 | int((cp >> 6) & 0x3F), 0x80 | int(cp & 0x3F)});
+      i = 1;
+    } else {
+      out += '?';
+    }
+    pending = 48;
+  }
+  for (; i < in.size(); ++i) {
+    unsigned c = in[i];
+    if (c < 0x80) {
+      out += char(c);
+    } else if (c < 0x800) {
+      out += Bytes({0xC0 | int(c >> 6), 0x80 | int(c & 0x3F)});
+    } else if (c >= 0xD800 && c <= 0xDBFF) {
+      if (i + 1 == in.size()) {
+        pending = static_cast<unsigned short>(c);
+      } else {
+        out += '?';
+        ++i;
+      }
+    } else {
+      out += Bytes({0xE0 | int(c >> 12), 0x80 | int((c >> 6) & 0x3F), 0x80 | int(c & 0x3F)});
+    }
+  }
+  return out;
+}
+
+TEST(ConverterRegistryTest, Utf8IsRegisteredBeforeMainUnderItsExactName) {
+  CWCharToCharConverterFactory* factory = CWCharToCharConverterFactory::GetConverterFactory("UTF-8");
+  ASSERT_NE(factory, nullptr);
+  EXPECT_STREQ(factory->GetEncoding(), "UTF-8");
+  EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory(CString("UTF-8")), factory);
+  EXPECT_TRUE(CWCharToCharConverterFactory::m_theConverterFactories.ContainsKey("UTF-8"));
+
+  CRef<CWCharToCharConverter> c = CWCharToCharConverter::GetConverter("UTF-8");
+  ASSERT_FALSE(c.IsNull());
+  EXPECT_TRUE(c->GetEncoding() == "UTF-8");
+  EXPECT_TRUE(c->IsInstanceOf(&CWCharToCharUTF8::m_classCWCharToCharUTF8));
+  // Each call makes a new converter.
+  EXPECT_NE(CWCharToCharConverter::GetConverter(CString("UTF-8")).Get(), c.Get());
+
+  for (const char* name : {"utf-8", "UTF8", "UTF-8 ", "Utf-8"}) {
+    EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory(name), nullptr) << name;
+    try {
+      CWCharToCharConverter::GetConverter(name);
+      ADD_FAILURE() << name;
+    } catch (const CUnsupportedEncodingException& e) {
+      EXPECT_TRUE(e.GetEncoding() == name);
+    }
+  }
+}
+
+TEST(ConverterRegistryTest, EmptyNamesAreRejectedByTheNarrowFormsOnly) {
+  ExpectThrow<CIllegalArgumentException>([] { CWCharToCharConverter::GetConverter(""); },
+                                         "Invalid encoding.");
+  ExpectThrow<CIllegalArgumentException>(
+      [] { CWCharToCharConverter::GetConverter(static_cast<const char*>(nullptr)); },
+      "Invalid encoding.");
+  ExpectThrow<CIllegalArgumentException>(
+      [] { CWCharToCharConverterFactory::GetConverterFactory(""); }, "Invalid encoding.");
+  EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory(CString()), nullptr);
+  try {
+    CWCharToCharConverter::GetConverter(CString());
+    ADD_FAILURE();
+  } catch (const CUnsupportedEncodingException& e) {
+    EXPECT_EQ(e.GetEncoding().GetLength(), 0u);
+  }
+  ExpectThrow<CIllegalArgumentException>(
+      [] { CConcreteWCharToCharConverterFactory<CWCharToCharUTF8> f(""); }, "Invalid encoding.");
+  EXPECT_FALSE(CWCharToCharConverterFactory::RegisterConverterFactory(nullptr));
+  EXPECT_FALSE(CWCharToCharConverterFactory::UnregisterConverterFactory(nullptr));
+}
+
+/// A converter of a made-up encoding: every unit becomes its low byte.
+class CLowByteConverter : public CWCharToCharConverter {
+ public:
+  CLowByteConverter() : CWCharToCharConverter("X-LOW") {}
+  int Convert(const unsigned short* units, unsigned int offset, unsigned int length, char* bytes,
+              unsigned int byteOffset, unsigned int byteLength) override {
+    if (length > byteLength) return -1;
+    for (unsigned int i = 0; i < length; ++i) bytes[byteOffset + i] = char(units[offset + i]);
+    return static_cast<int>(length);
+  }
+  unsigned short Reset() override { return 0; }
+  void GetByteOrderMark(char*, unsigned int* size) override { *size = 0; }
+};
+
+TEST(ConverterRegistryTest, FactoriesComeAndGoWithTheirObjects) {
+  unsigned int before = CWCharToCharConverterFactory::m_theConverterFactories.GetSize();
+  {
+    CConcreteWCharToCharConverterFactory<CLowByteConverter> factory("X-LOW");
+    EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory("X-LOW"), &factory);
+    CRef<CWCharToCharConverter> c = CWCharToCharConverter::GetConverter("X-LOW");
+    EXPECT_EQ(Encode(*c, U16String{0x141, 'b'}), "Ab");
+
+    // A second factory of the same name replaces the first.
+    {
+      CConcreteWCharToCharConverterFactory<CLowByteConverter> other("X-LOW");
+      EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory("X-LOW"), &other);
+    }
+    // Removal goes by name: the first factory's entry went with the second.
+    EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory("X-LOW"), nullptr);
+    EXPECT_FALSE(CWCharToCharConverterFactory::UnregisterConverterFactory(&factory));
+    EXPECT_TRUE(CWCharToCharConverterFactory::RegisterConverterFactory(&factory));
+  }
+  EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory("X-LOW"), nullptr);
+  EXPECT_EQ(CWCharToCharConverterFactory::m_theConverterFactories.GetSize(), before);
+  EXPECT_NE(CWCharToCharConverterFactory::GetConverterFactory("UTF-8"), nullptr);
+}
+
+TEST(ConverterRegistryTest, RegistrationReportsMemoryFailure) {
+  CConcreteWCharToCharConverterFactory<CLowByteConverter> factory("X-MEMORY-TEST-NAME");
+  ASSERT_TRUE(CWCharToCharConverterFactory::UnregisterConverterFactory(&factory));
+  long live = vesk::platform::LiveAllocations();
+  vesk::platform::FailAllocationAt(1, true);
+  bool registered = CWCharToCharConverterFactory::RegisterConverterFactory(&factory);
+  vesk::platform::FailAllocationAt(0);
+  EXPECT_FALSE(registered);
+  EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory("X-MEMORY-TEST-NAME"), nullptr);
+  EXPECT_EQ(vesk::platform::LiveAllocations(), live);
+  EXPECT_TRUE(CWCharToCharConverterFactory::RegisterConverterFactory(&factory));
+}
+
+TEST(Utf8ConverterTest, EncodesOneToThreeBytesPerUnit) {
+  CWCharToCharUTF8 c;
+  EXPECT_EQ(Encode(c, U16String{'A'}), "A");
+  EXPECT_EQ(Encode(c, U16String{0x7F, 0x80}), Bytes({0x7F, 0xC2, 0x80}));
+  EXPECT_EQ(Encode(c, U16String{0xE9}), Bytes({0xC3, 0xA9}));
+  EXPECT_EQ(Encode(c, U16String{0x7FF, 0x800}), Bytes({0xDF, 0xBF, 0xE0, 0xA0, 0x80}));
+  EXPECT_EQ(Encode(c, U16String{0x20AC}), Bytes({0xE2, 0x82, 0xAC}));
+  EXPECT_EQ(Encode(c, U16String{0xFFFF}), Bytes({0xEF, 0xBF, 0xBF}));
+  // A lone low surrogate is encoded like any other unit.
+  EXPECT_EQ(Encode(c, U16String{0xDC00, 'a'}), Bytes({0xED, 0xB0, 0x80, 'a'}));
+  EXPECT_EQ(Encode(c, U16String{}), "");
+  EXPECT_EQ(c.GetPendingHighSurrogate(), CWCharToCharUTF8::kNoPendingSurrogate);
+}
+
+TEST(Utf8ConverterTest, SurrogatePairsEncodeOnlyWhenSplitAcrossCalls) {
+  CWCharToCharUTF8 c;
+  EXPECT_EQ(c.GetPendingHighSurrogate(), 48);
+  // Whole in one call: one "?" for both units.
+  EXPECT_EQ(Encode(c, U16String{0xD83D, 0xDE00}), "?");
+  // The unit after a high surrogate is swallowed whatever it is.
+  EXPECT_EQ(Encode(c, U16String{0xD800, 'A', 'B'}), "?B");
+  EXPECT_EQ(Encode(c, U16String{0xD800, 0x41}), "?");
+
+  // Split: the high half waits, the pair becomes four bytes.
+  EXPECT_EQ(Encode(c, U16String{'x', 0xD83D}), "x");
+  EXPECT_EQ(c.GetPendingHighSurrogate(), 0xD83D);
+  // An empty call leaves it pending.
+  EXPECT_EQ(Encode(c, U16String{}), "");
+  EXPECT_EQ(Encode(c, U16String{0xDE00, 'y'}), Bytes({0xF0, 0x9F, 0x98, 0x80, 'y'}));
+  EXPECT_EQ(c.GetPendingHighSurrogate(), 48);
+  EXPECT_EQ(Encode(c, U16String{0xDBFF}), "");
+  EXPECT_EQ(Encode(c, U16String{0xDFFF}), Bytes({0xF4, 0x8F, 0xBF, 0xBF}));
+
+  // An orphan becomes "?" and the unit that follows it is still encoded.
+  Encode(c, U16String{0xD800});
+  EXPECT_EQ(Encode(c, U16String{0xE9}), Bytes({'?', 0xC3, 0xA9}));
+  EXPECT_EQ(c.GetPendingHighSurrogate(), 48);
+  // A pending half followed by a new high half: "?" and the new one waits.
+  Encode(c, U16String{0xD800});
+  EXPECT_EQ(Encode(c, U16String{0xD801}), "?");
+  EXPECT_EQ(c.GetPendingHighSurrogate(), 0xD801);
+
+  // Reset drops it and reports the idle value; copies carry it.
+  CWCharToCharUTF8 copy(c);
+  EXPECT_EQ(copy.GetPendingHighSurrogate(), 0xD801);
+  EXPECT_EQ(c.Reset(), 48);
+  EXPECT_EQ(Encode(c, U16String{0xDC00}), Bytes({0xED, 0xB0, 0x80}));
+  EXPECT_EQ(Encode(copy, U16String{0xDC00}), Bytes({0xF0, 0x90, 0x90, 0x80}));
+  copy = c;
+  EXPECT_EQ(copy.GetPendingHighSurrogate(), 48);
+}
+
+TEST(Utf8ConverterTest, OutputAreaBoundsAreExactAndOffsetsRespected) {
+  CWCharToCharUTF8 c;
+  const U16String text{'a', 0xE9, 0x20AC};  // 1 + 2 + 3 bytes
+  char out[16];
+  for (unsigned int room = 0; room <= 8; ++room) {
+    std::memset(out, 'x', sizeof out);
+    int n = c.Convert(text.data(), 0, 3, out, 4, room);
+    EXPECT_EQ(n, room >= 6 ? 6 : -1) << room;
+    EXPECT_EQ(std::string(out, 4), "xxxx");
+    EXPECT_EQ(out[4 + room], 'x') << room;  // nothing beyond the area
+  }
+  EXPECT_EQ(c.Convert(text.data(), 1, 1, out, 0, 2), 2);
+  EXPECT_EQ(std::string(out, 2), Bytes({0xC3, 0xA9}));
+
+  // The pending pair needs four bytes; the pending unit stays when they do
+  // not fit.
+  const unsigned short high = 0xD83D, low = 0xDE00;
+  c.Convert(&high, 0, 1, out, 0, 0);
+  EXPECT_EQ(c.Convert(&low, 0, 1, out, 0, 3), -1);
+  EXPECT_EQ(c.Convert(&low, 0, 1, out, 0, 4), 4);
+}
+
+TEST(Utf8ConverterTest, ByteOrderMark) {
+  CWCharToCharUTF8 c;
+  unsigned int size = 0;
+  c.GetByteOrderMark(nullptr, &size);
+  EXPECT_EQ(size, 3u);
+  char mark[4] = {'x', 'x', 'x', 'x'};
+  size = 2;
+  c.GetByteOrderMark(mark, &size);
+  EXPECT_EQ(size, 0u);
+  EXPECT_EQ(mark[0], 'x');
+  size = 4;
+  c.GetByteOrderMark(mark, &size);
+  EXPECT_EQ(size, 3u);
+  EXPECT_EQ(std::string(mark, 4), Bytes({0xEF, 0xBB, 0xBF, 'x'}));
+}
+
+TEST(Utf8ConverterTest, MatchesIcuOnRandomBmpTextInRandomPieces) {
+  std::mt19937 rng(20240611);
+  CWCharToCharUTF8 c;
+  for (int round = 0; round < 300; ++round) {
+    U16String text(rng() % 2000, 0);
+    for (auto& u : text) {
+      switch (rng() % 3) {
+        case 0: u = static_cast<unsigned short>(rng() % 0x80); break;
+        case 1: u = static_cast<unsigned short>(0x80 + rng() % 0x780); break;
+        default:
+          do u = static_cast<unsigned short>(0x800 + rng() % 0xF800);
+          while (u >= 0xD800 && u <= 0xDFFF);
+      }
+    }
+    std::vector<char> expected(text.size() * 3 + 1);
+    int32_t expectedLength = 0;
+    UErrorCode status = U_ZERO_ERROR;
+    u_strToUTF8(expected.data(), static_cast<int32_t>(expected.size()), &expectedLength,
+                reinterpret_cast<const UChar*>(text.data()), static_cast<int32_t>(text.size()),
+                &status);
+    ASSERT_TRUE(U_SUCCESS(status));
+
+    std::string got;
+    size_t i = 0;
+    while (i < text.size()) {
+      size_t piece = 1 + rng() % 300;
+      if (piece > text.size() - i) piece = text.size() - i;
+      std::vector<char> out(piece * 3);
+      int n = c.Convert(text.data(), static_cast<unsigned int>(i), static_cast<unsigned int>(piece),
+                        out.data(), 0, static_cast<unsigned int>(out.size()));
+      ASSERT_GE(n, 0);
+      got.append(out.data(), n);
+      i += piece;
+    }
+    ASSERT_EQ(got, std::string(expected.data(), expectedLength)) << "round " << round;
+  }
+}
+
+TEST(Utf8ConverterTest, AgreesWithTheUnitRulesForAnyTextAndRoom) {
+  // Random text rich in surrogates, random output room: either the bytes of
+  // the rules, or -1 exactly when they do not fit.
+  std::mt19937 rng(7);
+  const unsigned short pool[] = {'a', 0x7F, 0xE9, 0x7FF, 0x20AC, 0xD800, 0xD83D, 0xDBFF,
+                                 0xDC00, 0xDE00, 0xDFFF, 0xFFFF};
+  CWCharToCharUTF8 c;
+  unsigned short pending = 48;
+  for (int round = 0; round < 20000; ++round) {
+    U16String text(rng() % 40, 0);
+    for (auto& u : text) u = pool[rng() % (sizeof pool / sizeof pool[0])];
+    unsigned short after = pending;
+    std::string expected = ReferenceEncode(text, after);
+    unsigned int room = static_cast<unsigned int>(rng() % (expected.size() + 3));
+    std::vector<char> out(room + 1);
+    int n = c.Convert(text.data(), 0, static_cast<unsigned int>(text.size()), out.data(), 0, room);
+    if (expected.size() > room) {
+      ASSERT_EQ(n, -1) << "round " << round;
+      c.Reset();
+      pending = 48;
+    } else {
+      ASSERT_EQ(n, static_cast<int>(expected.size())) << "round " << round;
+      ASSERT_EQ(std::string(out.data(), n), expected) << "round " << round;
+      ASSERT_EQ(c.GetPendingHighSurrogate(), after);
+      pending = after;
+    }
+  }
+}
+
+}  // namespace

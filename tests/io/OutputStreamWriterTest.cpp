@@ -1,0 +1,281 @@
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <unicode/ustring.h>
+
+#include "TestStreams.h"
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/UnicodeString.h"
+#include "vesk/io/MemoryOutputStream.h"
+#include "vesk/io/OutputStreamWriter.h"
+#include "vesk/io/UnsupportedEncodingException.h"
+#include "vesk/platform/Memory.h"
+
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CRef;
+using vesk::base::CUnicodeString;
+using vesk::io::CIOException;
+using vesk::io::CMemoryOutputStream;
+using vesk::io::COutputStream;
+using vesk::io::COutputStreamWriter;
+using vesk_test::CTestOutputStream;
+using vesk_test::Tally;
+using vesk_test::U16;
+
+namespace {
+
+typedef std::basic_string<unsigned short> U16String;
+
+std::string Bytes(std::initializer_list<int> list) {
+  std::string s;
+  for (int b : list) s.push_back(static_cast<char>(b));
+  return s;
+}
+
+std::string Contents(const CMemoryOutputStream& out) {
+  return std::string(out.GetBuffer() ? out.GetBuffer() : "", out.GetBufferSize());
+}
+
+template <class E, class F>
+void ExpectThrow(F op, const char* description) {
+  try {
+    op();
+    ADD_FAILURE() << "no exception";
+  } catch (const E& e) {
+    if (description) EXPECT_STREQ(e.GetErrorDescription(), description);
+  }
+}
+
+std::string IcuUtf8(const U16String& text) {
+  std::vector<char> out(text.size() * 3 + 1);
+  int32_t length = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  u_strToUTF8(out.data(), static_cast<int32_t>(out.size()), &length,
+              reinterpret_cast<const UChar*>(text.data()), static_cast<int32_t>(text.size()),
+              &status);
+  EXPECT_TRUE(U_SUCCESS(status));
+  return std::string(out.data(), length);
+}
+
+TEST(OutputStreamWriterTest, MatchesIcuForRandomTextInRandomWrites) {
+  std::mt19937 rng(4711);
+  for (int round = 0; round < 60; ++round) {
+    U16String text(rng() % 40000, 0);
+    for (auto& u : text) {
+      switch (rng() % 4) {
+        case 0:
+        case 1: u = static_cast<unsigned short>(1 + rng() % 0x7F); break;
+        case 2: u = static_cast<unsigned short>(0x80 + rng() % 0x780); break;
+        default:
+          do u = static_cast<unsigned short>(0x800 + rng() % 0xF800);
+          while (u >= 0xD800 && u <= 0xDFFF);
+      }
+    }
+    CMemoryOutputStream out;
+    {
+      COutputStreamWriter writer(&out, "UTF-8", false);
+      // Chunks from single units to several times the first buffer, through
+      // every write form.
+      size_t i = 0;
+      while (i < text.size()) {
+        size_t maxPiece = rng() % 4 == 0 ? 12000 : 700;
+        size_t piece = 1 + rng() % maxPiece;
+        if (piece > text.size() - i) piece = text.size() - i;
+        unsigned int offset = static_cast<unsigned int>(i);
+        unsigned int length = static_cast<unsigned int>(piece);
+        switch (rng() % 4) {
+          case 0:
+            for (size_t k = 0; k < piece; ++k) writer.Write(text[i + k]);
+            break;
+          case 1: writer.Write(text.data(), offset, length); break;
+          case 2: writer.Write(text.data() + i, length); break;
+          default: {
+            CUnicodeString s(text.data(), static_cast<unsigned int>(text.size()));
+            // An over-long length is clamped to the text.
+            writer.Write(s, offset, i + piece == text.size() ? length + 1000 : length);
+          }
+        }
+        i += piece;
+      }
+      writer.Close();
+    }
+    ASSERT_EQ(Contents(out), IcuUtf8(text)) << "round " << round;
+  }
+}
+
+TEST(OutputStreamWriterTest, OneCallTooBigForTheBufferDoublesItAndKeepsOrder) {
+  CTestOutputStream out;
+  COutputStreamWriter writer(&out, "UTF-8", false);
+  U16String euros(5000, 0x20AC);
+  writer.Write(euros.data(), 0, 5000);
+  // The text of the call is held whole: nothing but an empty write-out so
+  // far, 15,000 bytes waiting in a buffer of 16392.
+  EXPECT_EQ(out.data.size(), 0u);
+  // 1,392 more bytes fill exactly 16392 and send the buffer out in one piece.
+  U16String as(1392, 'a');
+  writer.Write(as.data(), 0, 1392);
+  ASSERT_FALSE(out.writes.empty());
+  EXPECT_EQ(out.writes.back(), 16392);
+  writer.Write(static_cast<unsigned short>('z'));
+  writer.Flush();
+  std::string expected;
+  for (int i = 0; i < 5000; ++i) expected += Bytes({0xE2, 0x82, 0xAC});
+  expected += std::string(1392, 'a') + "z";
+  EXPECT_EQ(out.data, expected);
+}
+
+TEST(OutputStreamWriterTest, SmallWritesAreCollectedUntilTheBufferFills) {
+  CTestOutputStream out;
+  COutputStreamWriter writer(&out, "UTF-8", false);
+  U16String block(1000, 0xE9);  // 2000 bytes
+  for (int i = 0; i < 4; ++i) writer.Write(block.data(), 1000u);
+  EXPECT_TRUE(out.data.empty());
+  // The fifth block does not fit after 8000 bytes: the 8000 go out first,
+  // and the block is converted into the emptied buffer.
+  writer.Write(block.data(), 1000u);
+  ASSERT_EQ(out.writes.size(), 1u);
+  EXPECT_EQ(out.writes[0], 8000);
+  writer.Flush();
+  EXPECT_EQ(out.data.size(), 10000u);
+  EXPECT_EQ(out.flushedAt, std::vector<size_t>{10000});
+}
+
+TEST(OutputStreamWriterTest, ByteOrderMarkIsWrittenAtOnce) {
+  CMemoryOutputStream withMark;
+  COutputStreamWriter a(&withMark, "UTF-8", true);
+  EXPECT_EQ(Contents(withMark), Bytes({0xEF, 0xBB, 0xBF}));
+  a.Write(U16("hi").c_str());
+  a.Flush();
+  EXPECT_EQ(Contents(withMark), Bytes({0xEF, 0xBB, 0xBF, 'h', 'i'}));
+
+  CMemoryOutputStream without;
+  COutputStreamWriter b(&without, "UTF-8", false);
+  EXPECT_EQ(without.GetBufferSize(), 0u);
+  EXPECT_TRUE(b.GetEncoding() == "UTF-8");
+}
+
+TEST(OutputStreamWriterTest, ConstructionFailures) {
+  CMemoryOutputStream out;
+  ExpectThrow<CIllegalArgumentException>(
+      [] { COutputStreamWriter w(static_cast<COutputStream*>(nullptr), "UTF-8", false); },
+      "Invalid output stream..");
+  ExpectThrow<CIllegalArgumentException>(
+      [] { COutputStreamWriter w(CRef<COutputStream>(), "UTF-8", false); },
+      "Invalid output stream..");
+  ExpectThrow<CIllegalArgumentException>([&] { COutputStreamWriter w(&out, "", false); },
+                                         "Invalid encoding.");
+  ExpectThrow<CIllegalArgumentException>([&] { COutputStreamWriter w(&out, nullptr, false); },
+                                         "Invalid encoding.");
+  try {
+    COutputStreamWriter w(&out, "utf-8", true);
+    ADD_FAILURE();
+  } catch (const vesk::io::CUnsupportedEncodingException& e) {
+    EXPECT_TRUE(e.GetEncoding() == "utf-8");
+  }
+  EXPECT_EQ(out.GetBufferSize(), 0u);  // no mark for an unknown encoding
+
+  // The buffer is the last allocation of the constructor.
+  long live = vesk::platform::LiveAllocations();
+  unsigned long before = vesk::platform::AllocationCount();
+  { COutputStreamWriter probe(&out, "UTF-8", false); }
+  unsigned long calls = vesk::platform::AllocationCount() - before;
+  ASSERT_GT(calls, 0u);
+  vesk::platform::FailAllocationAt(calls);
+  ExpectThrow<vesk::base::CMemoryException>([&] { COutputStreamWriter w(&out, "UTF-8", false); },
+                                            nullptr);
+  vesk::platform::FailAllocationAt(0);
+  EXPECT_EQ(vesk::platform::LiveAllocations(), live);
+}
+
+TEST(OutputStreamWriterTest, BufferThatCannotGrowReportsMemoryFull) {
+  CTestOutputStream out;
+  COutputStreamWriter writer(&out, "UTF-8", false);
+  U16String big(3000, 0x20AC);  // 9000 bytes: needs the doubled buffer
+  vesk::platform::FailAllocationAt(1);
+  try {
+    writer.Write(big.data(), 3000u);
+    ADD_FAILURE();
+  } catch (const CIOException& e) {
+    EXPECT_STREQ(e.GetErrorDescription(), "Memory full.");
+  }
+  vesk::platform::FailAllocationAt(0);
+  // The old buffer is still there and the converter starts afresh.
+  writer.Write(U16("ok").c_str());
+  writer.Write(big.data(), 3000u);
+  writer.Flush();
+  EXPECT_EQ(out.data.substr(0, 2), "ok");
+  EXPECT_EQ(out.data.size(), 9002u);
+}
+
+TEST(OutputStreamWriterTest, HighSurrogateAtTheEndOfAWaitsForTheNextWrite) {
+  CMemoryOutputStream out;
+  COutputStreamWriter writer(&out, "UTF-8", false);
+  // A write of only a high surrogate encodes nothing yet and must return.
+  writer.Write(static_cast<unsigned short>(0xD83D));
+  writer.Write(static_cast<unsigned short>(0xDE00));
+  U16String pairInOneCall{'[', 0xD83D, 0xDE00, ']'};
+  writer.Write(pairInOneCall.data(), 4u);
+  writer.Flush();
+  EXPECT_EQ(Contents(out), Bytes({0xF0, 0x9F, 0x98, 0x80, '[', '?', ']'}));
+}
+
+TEST(OutputStreamWriterTest, CloseFlushAndOwnership) {
+  Tally tally;
+  auto* stream = new CTestOutputStream(&tally);
+  {
+    COutputStreamWriter writer(CRef<COutputStream>(stream), "UTF-8", false);
+    writer.Write(U16("abc").c_str());
+    EXPECT_TRUE(stream->data.empty());
+    writer.Write(U16("").c_str());
+    writer.Close();
+    EXPECT_EQ(stream->data, "abc");
+    EXPECT_EQ(tally.closed, 1);
+    EXPECT_EQ(tally.flushed, 0);
+    writer.Close();  // silent
+    EXPECT_EQ(tally.closed, 1);
+    ExpectThrow<CIOException>([&] { writer.Write(static_cast<unsigned short>('x')); },
+                              "Writer closed.");
+    ExpectThrow<CIOException>([&] { writer.Write(CUnicodeString()); }, "Writer closed.");
+    ExpectThrow<CIOException>([&] { writer.Flush(); }, "Writer closed.");
+    EXPECT_EQ(tally.destroyed, 0);
+  }
+  EXPECT_EQ(tally.destroyed, 1);  // the writer shared the stream
+
+  // Destruction neither flushes nor closes a borrowed stream.
+  CTestOutputStream borrowed;
+  {
+    COutputStreamWriter writer(&borrowed, "UTF-8", false);
+    writer.Write(U16("lost").c_str());
+  }
+  EXPECT_TRUE(borrowed.data.empty());
+
+  // A failing close still closes the writer, after the bytes went out.
+  CTestOutputStream failing;
+  failing.failClose = true;
+  COutputStreamWriter writer(&failing, "UTF-8", false);
+  writer.Write(U16("x").c_str());
+  EXPECT_THROW(writer.Close(), CIOException);
+  EXPECT_EQ(failing.data, "x");
+  ExpectThrow<CIOException>([&] { writer.Flush(); }, "Writer closed.");
+}
+
+TEST(OutputStreamWriterTest, NullAndOutOfRangeWritesAreIgnored) {
+  CMemoryOutputStream out;
+  COutputStreamWriter writer(&out, "UTF-8", false);
+  writer.Write(static_cast<const unsigned short*>(nullptr));
+  writer.Write(static_cast<const unsigned short*>(nullptr), 5u);
+  writer.Write(static_cast<const unsigned short*>(nullptr), 0u, 5u);
+  CUnicodeString text("abc");
+  writer.Write(text, 3, 1);
+  writer.Write(text, 1, 0);
+  const U16String units = U16("xyz");
+  writer.Write(units.data(), 2u, 0xFFFFFFFFu);  // the range wraps
+  writer.Write(text, 1, 100);
+  writer.Flush();
+  EXPECT_EQ(Contents(out), "bc");
+}
+
+}  // namespace

@@ -1,0 +1,226 @@
+#include <climits>
+#include <cstdio>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "TestStreams.h"
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/String.h"
+#include "vesk/base/UnicodeString.h"
+#include "vesk/io/MemoryOutputStream.h"
+#include "vesk/io/OutputStreamWriter.h"
+#include "vesk/io/PrintWriter.h"
+
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CRef;
+using vesk::base::CString;
+using vesk::base::CUnicodeString;
+using vesk::io::CIOException;
+using vesk::io::CPrintWriter;
+using vesk::io::CWriter;
+using vesk_test::CTestWriter;
+using vesk_test::Tally;
+using vesk_test::U16;
+
+namespace {
+
+typedef std::basic_string<unsigned short> U16String;
+
+/// What one call on a fresh print writer sends to the wrapped writer.
+template <class F>
+U16String Printed(F call) {
+  CTestWriter target;
+  CPrintWriter writer(&target);
+  call(writer);
+  return target.data;
+}
+
+template <class F>
+void ExpectClosed(F op) {
+  try {
+    op();
+    ADD_FAILURE() << "no exception";
+  } catch (const CIOException& e) {
+    EXPECT_STREQ(e.GetErrorDescription(), "Writer closed.");
+  }
+}
+
+TEST(PrintWriterTest, EachPrintFormatsItsValue) {
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(static_cast<short>(-32768)); }), U16("-32768"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(INT_MIN); }), U16("-2147483648"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(4294967295u); }), U16("4294967295"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.PrintInt(-7); }), U16("-7"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.PrintUnsignedInt(3000000000u); }), U16("3000000000"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.PrintUnsignedChar(200); }), U16("200"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.PrintUnsignedShort(65535); }), U16("65535"));
+  // The 64-bit print keeps only the low 32 bits.
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(0x100000005ULL); }), U16("5"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(0xFFFFFFFFFFFFFFFFULL); }), U16("4294967295"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(1.5f); }), U16("1.500000"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(1.5); }), U16("1.500000"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(-0.1); }), U16("-0.100000"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(0.1f); }), U16("0.100000"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print('A'); }), U16("A"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(static_cast<unsigned short>(0x20AC)); }),
+            U16String(1, 0x20AC));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(true); }), U16("true"));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(false); }), U16("false"));
+
+  // A number longer than the 256-unit format buffer is cut to 255 units.
+  char narrow[400];
+  std::snprintf(narrow, sizeof narrow, "%f", 1e300);
+  U16String cut = Printed([](CPrintWriter& w) { w.Print(1e300); });
+  EXPECT_EQ(cut.size(), 255u);
+  EXPECT_EQ(cut, U16(std::string(narrow, 255).c_str()));
+}
+
+TEST(PrintWriterTest, TextPrints) {
+  // Narrow text is UTF-8.
+  U16String expected{'h', 0xE9, 0x20AC};
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print("h\xC3\xA9\xE2\x82\xAC"); }), expected);
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(CString("h\xC3\xA9\xE2\x82\xAC")); }), expected);
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(static_cast<const char*>(nullptr)); }), U16(""));
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(CString()); }), U16(""));
+  EXPECT_EQ(Printed([&](CPrintWriter& w) { w.Print(CUnicodeString(expected.c_str())); }),
+            expected);
+  EXPECT_EQ(Printed([&](CPrintWriter& w) { w.Print(expected.c_str()); }), expected);
+  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(static_cast<const unsigned short*>(nullptr)); }),
+            U16(""));
+}
+
+TEST(PrintWriterTest, LinesEndInCrLfUnlessToldOtherwise) {
+  CTestWriter target;
+  CPrintWriter writer(&target, false, nullptr);
+  writer.Println(5);
+  EXPECT_EQ(target.data, U16("5\r\n"));
+  CUnicodeString eol;
+  writer.GetEndOfLine(eol);
+  EXPECT_EQ(eol.Compare("\r\n"), 0);
+
+  const unsigned short lf[] = {'\n', 0};
+  CTestWriter target2;
+  CPrintWriter unix(&target2, false, lf);
+  unix.Println(5);
+  unix.Println();
+  EXPECT_EQ(target2.data, U16("5\n\n"));
+  unix.GetEndOfLine(eol);
+  EXPECT_EQ(eol.Compare("\n"), 0);
+
+  const unsigned short empty[] = {0};
+  CTestWriter target3;
+  CPrintWriter fallback(&target3, false, empty);
+  fallback.Println();
+  EXPECT_EQ(target3.data, U16("\r\n"));
+
+  // Every Println form: the value, then the line end.
+  const unsigned short sep[] = {'|', 0};
+  CTestWriter all;
+  CPrintWriter w(&all, false, sep);
+  w.Println(true);
+  w.Println(static_cast<short>(-2));
+  w.Println(-3);
+  w.Println(4u);
+  w.Println(0.5f);
+  w.Println(0.25);
+  w.Println('c');
+  w.Println(static_cast<unsigned short>('u'));
+  w.Println(CString("s"));
+  w.Println(U16("p").c_str());
+  w.Println(CUnicodeString("q"));
+  EXPECT_EQ(all.data, U16("true|-2|-3|4|0.500000|0.250000|c|u|s|p|q|"));
+}
+
+TEST(PrintWriterTest, AutoFlushFollowsLineEndsOnly) {
+  Tally tally;
+  CTestWriter target(&tally);
+  CPrintWriter writer(&target, true, nullptr);
+  writer.Print(1);
+  writer.Print("two");
+  writer.Write(U16("three").c_str());
+  EXPECT_EQ(tally.flushed, 0);
+  writer.Println(4);
+  EXPECT_EQ(tally.flushed, 1);
+  writer.Println();
+  EXPECT_EQ(tally.flushed, 2);
+
+  Tally quiet;
+  CTestWriter target2(&quiet);
+  CPrintWriter noFlush(&target2, false, nullptr);
+  noFlush.Println(1);
+  noFlush.Println();
+  EXPECT_EQ(quiet.flushed, 0);
+}
+
+TEST(PrintWriterTest, ClosedWriterAndOwnership) {
+  ASSERT_THROW(CPrintWriter(static_cast<CWriter*>(nullptr)), CIllegalArgumentException);
+  try {
+    CPrintWriter w{CRef<CWriter>()};
+    ADD_FAILURE();
+  } catch (const CIllegalArgumentException& e) {
+    EXPECT_STREQ(e.GetErrorDescription(), "Invalid writer.");
+  }
+
+  Tally tally;
+  auto* target = new CTestWriter(&tally);
+  {
+    CPrintWriter writer(CRef<CWriter>(target), false, nullptr);
+    writer.Print(1);
+    writer.Close();
+    EXPECT_EQ(tally.flushed, 1);  // flushed, then closed
+    EXPECT_EQ(tally.closed, 1);
+    writer.Close();
+    EXPECT_EQ(tally.closed, 1);
+    ExpectClosed([&] { writer.Print(2); });
+    ExpectClosed([&] { writer.Print(CString("")); });
+    ExpectClosed([&] { writer.Println(); });
+    ExpectClosed([&] { writer.Println(3); });
+    ExpectClosed([&] { writer.Write(static_cast<unsigned short>('x')); });
+    ExpectClosed([&] { writer.Write(U16("x").c_str(), 0u, 1u); });
+    ExpectClosed([&] { writer.Write(CUnicodeString("x")); });
+    ExpectClosed([&] { writer.Flush(); });
+    EXPECT_EQ(target->data, U16("1"));
+  }
+  EXPECT_EQ(tally.destroyed, 1);
+
+  CTestWriter failing;
+  failing.failClose = true;
+  CPrintWriter writer(&failing);
+  EXPECT_THROW(writer.Close(), CIOException);
+  ExpectClosed([&] { writer.Print(true); });
+}
+
+/// Counts the units that reach the array write of the print writer itself.
+class CCountingPrintWriter : public CPrintWriter {
+ public:
+  using CPrintWriter::CPrintWriter;
+  using CPrintWriter::Write;
+  void Write(const unsigned short* chars, unsigned int offset, unsigned int length) override {
+    units += length;
+    CPrintWriter::Write(chars, offset, length);
+  }
+  unsigned int units = 0;
+};
+
+TEST(PrintWriterTest, NumbersGoThroughTheArrayWrite) {
+  CTestWriter target;
+  CCountingPrintWriter writer(&target);
+  writer.Print(12345);
+  writer.Print(false);
+  writer.Print(2.0);
+  EXPECT_EQ(writer.units, 5u + 5u + 8u);
+}
+
+TEST(PrintWriterTest, PrintsThroughAnEncodingWriter) {
+  vesk::io::CMemoryOutputStream bytes;
+  vesk::io::COutputStreamWriter encoder(&bytes, "UTF-8", false);
+  CPrintWriter writer(&encoder);
+  writer.Print("caf\xC3\xA9 ");
+  writer.Println(static_cast<unsigned short>(0x20AC));
+  writer.Println(2.5f);
+  writer.Close();
+  EXPECT_EQ(std::string(bytes.GetBuffer(), bytes.GetBufferSize()),
+            "caf\xC3\xA9 \xE2\x82\xAC\r\n2.500000\r\n");
+}
+
+}  // namespace
