@@ -6,6 +6,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
 #include <unicode/ustring.h>
 
 #include "vesk/base/MemoryException.h"
@@ -495,32 +497,79 @@ TEST(UnicodeString, FromUtf8MatchesIcuAndRoundTrips) {
   }
 }
 
-TEST(UnicodeString, FromUtf8SurvivesRandomBytes) {
+// The units FromUTF8 should keep from bytes, by ICU's decoder: up to the
+// first ill-formed sequence or NUL, except that the three-byte forms of
+// surrogates (which ICU rejects) decode to the surrogate unit.
+Units IcuDecodedPrefix(const std::string& bytes) {
+  Units units;
+  const uint8_t* s = reinterpret_cast<const uint8_t*>(bytes.data());
+  int32_t length = static_cast<int32_t>(bytes.size());
+  int32_t i = 0;
+  while (i < length) {
+    if (s[i] == 0xED && i + 2 < length && s[i + 1] >= 0xA0 && s[i + 1] <= 0xBF &&
+        (s[i + 2] & 0xC0) == 0x80) {
+      units += static_cast<unsigned short>(0xD000 | ((s[i + 1] & 0x3F) << 6) | (s[i + 2] & 0x3F));
+      i += 3;
+      continue;
+    }
+    UChar32 c;
+    U8_NEXT(s, i, length, c);
+    if (c <= 0) break;
+    if (c >= 0x10000) {
+      units += static_cast<unsigned short>(U16_LEAD(c));
+      units += static_cast<unsigned short>(U16_TRAIL(c));
+    } else {
+      units += static_cast<unsigned short>(c);
+    }
+  }
+  return units;
+}
+
+TEST(UnicodeString, FromUtf8OfRandomBytesStopsWhereIcuFindsAFault) {
   std::mt19937 rng(99);
   CUnicodeString roomy;
   roomy.EnsureCapacity(5000);
-  for (int round = 0; round < 2000; ++round) {
+  // Mostly lead and continuation bytes, so that decoding goes deep.
+  static const unsigned char kPicks[] = {'a',  'Z',  0xC3, 0xA9, 0xE2, 0x82, 0xAC, 0xF0, 0x9F,
+                                         0x98, 0x80, 0xED, 0xA0, 0xF4, 0x90, 0xE0, 0xC1, 0xFF};
+  for (int round = 0; round < 3000; ++round) {
     std::string bytes(rng() % 300, '\0');
-    // Mostly well-formed leads and continuations, so decoding goes deep.
-    static const unsigned char kPicks[] = {'a',  'Z',  0xC3, 0xA9, 0xE2, 0x82, 0xAC,
-                                           0xF0, 0x9F, 0x98, 0x80, 0xED, 0xA0, 0xFF};
-    bool withSurrogateForms = round % 2 == 0;
     for (char& b : bytes) {
       b = static_cast<char>(rng() % 4 ? kPicks[rng() % sizeof kPicks] : rng() % 256);
-      if (!withSurrogateForms && static_cast<unsigned char>(b) == 0xED) b = 'e';
     }
-    CUnicodeString s;
+    // Some rounds hold long valid stretches before the fault.
+    if (round % 3 == 0) bytes = IcuToUtf8(RandomValidText(rng, rng() % 200)) + bytes;
+    Units expected = IcuDecodedPrefix(bytes);
+    CUnicodeString s;  // counts, then decodes
     s.FromUTF8(bytes.data(), static_cast<int>(bytes.size()));
-    roomy.FromUTF8(bytes.data(), static_cast<int>(bytes.size()));
-    ASSERT_EQ(UnitsOf(s), UnitsOf(roomy));
-    ASSERT_LE(s.GetLength(), bytes.size());
-    // What was decoded is the text of a prefix of the input: written back it
-    // is that prefix (when no three-byte surrogate form can be among it,
-    // since ToUTF8 joins or replaces surrogates its own way).
-    if (bytes.find('\xED') == std::string::npos) {
-      CString back = s.ToUTF8();
-      ASSERT_EQ(0, std::memcmp(static_cast<const char*>(back), bytes.data(), back.GetLength()));
+    ASSERT_EQ(expected, UnitsOf(s));
+    roomy.FromUTF8(bytes.data(), static_cast<int>(bytes.size()));  // decodes at once
+    ASSERT_EQ(expected, UnitsOf(roomy));
+  }
+}
+
+TEST(UnicodeString, ToUtf8CountAgreesWithWhatItWrites) {
+  // Arbitrary units, lone and misordered surrogates included: the measured
+  // size, the exactly sized write and the roomy write agree.
+  std::mt19937 rng(5);
+  static const unsigned short kPicks[] = {'a', 0xE9, 0x20AC, 0xD800, 0xDBFF, 0xDC00, 0xDFFF};
+  for (int round = 0; round < 1000; ++round) {
+    Units units(rng() % 64 + 1, 'x');
+    for (unsigned short& u : units) {
+      u = rng() % 3 ? kPicks[rng() % 7] : static_cast<unsigned short>(rng() % 0xFFFF + 1);
     }
+    if (round % 2) units = RandomValidText(rng, rng() % 40) + units;
+    CUnicodeString s(units.c_str());
+    int room = s.ToUTF8(nullptr, -1);
+    ASSERT_GT(room, 0);
+    std::string exact(static_cast<std::size_t>(room), 'Z');
+    ASSERT_EQ(room - 1, s.ToUTF8(&exact[0], room));
+    ASSERT_EQ(-1, s.ToUTF8(&exact[0], room - 1));
+    std::string roomy(units.size() * 3 + 1, 'Z');
+    ASSERT_EQ(room - 1, s.ToUTF8(&roomy[0], static_cast<int>(roomy.size())));
+    ASSERT_EQ(exact, roomy.substr(0, static_cast<std::size_t>(room)));
+    // Nothing is written past the terminator.
+    ASSERT_EQ(std::string(roomy.size() - room, 'Z'), roomy.substr(static_cast<std::size_t>(room)));
   }
 }
 

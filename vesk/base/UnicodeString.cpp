@@ -36,7 +36,7 @@ unsigned short* NewBuffer(unsigned int n) {
   CFixBlockAllocator* pool = internal::WideStringPool(capacity);
   void* block;
   if (pool) {
-    block = internal::TakeStringBlock(pool);
+    block = pool->Allocate();
   } else {
     block = platform::Alloc(sizeof(CUnicodeStringData) + static_cast<std::size_t>(capacity) * 2);
     if (!block) VESK_THROW(kSource, CMemoryException);
@@ -54,7 +54,7 @@ unsigned short* NewBuffer(unsigned int n) {
 void FreeBuffer(CUnicodeStringData* data) {
   CFixBlockAllocator* pool = internal::WideStringPool(data->capacity);
   if (pool) {
-    internal::GiveStringBlock(pool, data);
+    pool->Free(data);
   } else {
     platform::Free(data);
   }
