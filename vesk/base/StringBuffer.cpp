@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "vesk/base/MemoryException.h"
+#include "vesk/base/UnicodeString.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 #include "vesk/platform/Utf16.h"
@@ -139,6 +140,12 @@ CStringBuffer& CStringBuffer::operator=(const CString& text) {
   return *this;
 }
 
+CStringBuffer& CStringBuffer::operator=(const CUnicodeString& text) {
+  Empty();
+  AppendWide(text);
+  return *this;
+}
+
 CStringBuffer& CStringBuffer::operator+=(char c) {
   unsigned int length = GetSize();
   EnsureCapacity(length + 2);
@@ -159,6 +166,11 @@ CStringBuffer& CStringBuffer::operator+=(const unsigned short* text) {
 
 CStringBuffer& CStringBuffer::operator+=(const CString& text) {
   Append(text, text.GetLength());
+  return *this;
+}
+
+CStringBuffer& CStringBuffer::operator+=(const CUnicodeString& text) {
+  AppendWide(text);
   return *this;
 }
 

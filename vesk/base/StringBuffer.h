@@ -9,6 +9,8 @@
 namespace vesk {
 namespace base {
 
+class CUnicodeString;
+
 /// A NUL-terminated character array that grows in steps of its growth
 /// step (at least 8), for building text piece by piece. It stores no
 /// length: the text ends at the first NUL. The array is null until first
@@ -30,6 +32,8 @@ class VESK_API CStringBuffer {
   /// Replaces the text by the UTF-8 form of a 16-bit text.
   CStringBuffer& operator=(const unsigned short* text);
   CStringBuffer& operator=(const CString& text);
+  /// Replaces the text by the UTF-8 form of a 16-bit string.
+  CStringBuffer& operator=(const CUnicodeString& text);
 
   /// Appends one character.
   CStringBuffer& operator+=(char c);
@@ -38,6 +42,8 @@ class VESK_API CStringBuffer {
   /// Appends the UTF-8 form of a 16-bit text.
   CStringBuffer& operator+=(const unsigned short* text);
   CStringBuffer& operator+=(const CString& text);
+  /// Appends the UTF-8 form of a 16-bit string.
+  CStringBuffer& operator+=(const CUnicodeString& text);
 
   /// Makes room for minCapacity bytes and returns the writable array (null
   /// when nothing has been allocated yet and minCapacity is 0).
