@@ -4,12 +4,14 @@
 
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
+#include "vesk/base/StringBuffer.h"
 #include "vesk/base/UnicodeString.h"
 #include "vesk/base/UnicodeStringBuffer.h"
 #include "vesk/platform/Memory.h"
 
 using vesk::base::CMemoryException;
 using vesk::base::CString;
+using vesk::base::CStringBuffer;
 using vesk::base::CUnicodeString;
 using vesk::base::CUnicodeStringBuffer;
 namespace platform = vesk::platform;
@@ -142,6 +144,18 @@ TEST(UnicodeStringBuffer, FailedGrowthThrowsAndKeepsTheText) {
   }
   EXPECT_EQ(live, platform::LiveAllocations());
   EXPECT_EQ(Units(W(u"keep")), UnitsOf(b));
+}
+
+TEST(UnicodeStringBuffer, NarrowBufferTakesSixteenBitStrings) {
+  CStringBuffer narrow;
+  narrow = CUnicodeString(W(u"grüß"));
+  EXPECT_STREQ("gr\xC3\xBC\xC3\x9F", static_cast<char*>(narrow));
+  const unsigned short loneHigh[] = {' ', 0xD800, 0};
+  narrow += CUnicodeString(loneHigh);
+  narrow += CUnicodeString();
+  EXPECT_STREQ("gr\xC3\xBC\xC3\x9F ?", static_cast<char*>(narrow));
+  narrow = CUnicodeString();
+  EXPECT_TRUE(narrow.IsEmpty());
 }
 
 }  // namespace
