@@ -67,19 +67,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
   std::string expected;
   bool valid = Reference(units, &expected);
 
+  // The text objects are built first: the string pools keep the blocks they
+  // draw, so only the decoder's own allocation is measured.
+  std::vector<unsigned short> text16(units.begin(), units.end());
+  text16.push_back(0);
+  std::string text8(units.begin(), units.end());
+  CUnicodeString wideText(wide ? text16.data() : nullptr);
+  CString narrowText(wide ? nullptr : text8.c_str());
+
   long live = vesk::platform::LiveAllocations();
   char* data = reinterpret_cast<char*>(1);
   unsigned int length = 12345;
   try {
     if (wide) {
-      std::vector<unsigned short> text(units.begin(), units.end());
-      text.push_back(0);
-      CUnicodeString s(text.data());
-      CBinaryData::ParseBase64UnicodeString(s, data, length);
+      CBinaryData::ParseBase64UnicodeString(wideText, data, length);
     } else {
-      std::string text(units.begin(), units.end());
-      CString s(text.c_str());
-      CBinaryData::ParseBase64String(s, data, length);
+      CBinaryData::ParseBase64String(narrowText, data, length);
     }
   } catch (const CNumberFormatException&) {
     FUZZ_CHECK(!valid);
@@ -88,9 +91,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
   }
   FUZZ_CHECK(valid);
   FUZZ_CHECK(length == units.size() / 4);
-  FUZZ_CHECK(expected.empty() ? data == nullptr : data != nullptr);
-  FUZZ_CHECK(std::memcmp(data, expected.data(), expected.size()) == 0);
+  if (expected.empty()) {
+    FUZZ_CHECK(data == nullptr);
+  } else {
+    FUZZ_CHECK(data != nullptr);
+    FUZZ_CHECK(std::memcmp(data, expected.data(), expected.size()) == 0);
+  }
   vesk::platform::Free(data);
+  FUZZ_CHECK(vesk::platform::LiveAllocations() == live);
 
   if (!expected.empty()) {
     CString again =
@@ -100,6 +108,5 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, size_t size) {
     FUZZ_CHECK(std::memcmp(data, expected.data(), expected.size()) == 0);
     vesk::platform::Free(data);
   }
-  FUZZ_CHECK(vesk::platform::LiveAllocations() == live);
   return 0;
 }
