@@ -2,6 +2,7 @@
 #include <cstring>
 #include <initializer_list>
 #include <string>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -33,6 +34,7 @@ struct FaultGuard {
 // Heap blocks that belong to nobody: live allocations minus the blocks the
 // string pools keep in reserve.
 long Outstanding() {
+  internal::ReturnThreadStringBlocks();
   long reserve = 0;
   for (unsigned int c = 64; c <= 1024; c *= 2) {
     reserve += internal::NarrowStringPool(c)->GetFreeCount();
@@ -621,3 +623,23 @@ TEST(String, LargeBufferFailureNamesTheStringSource) {
 }
 
 }  // namespace
+
+// A thread reuses the block it gave back last without the pool's lock; the
+// block still counts as used, and goes back to the pool when the thread ends.
+TEST(String, BlocksKeptByAThreadGoBackToThePoolWhenItEnds) {
+  internal::ReturnThreadStringBlocks();
+  vesk::base::CFixBlockAllocator* pool = internal::NarrowStringPool(64);
+  unsigned int used = pool->GetUsedCount();
+  std::thread worker([&] {
+    const char* first;
+    {
+      CString s("kept");
+      first = s;
+    }
+    EXPECT_EQ(used + 1, pool->GetUsedCount());  // kept, not returned
+    CString again("reused");
+    EXPECT_EQ(first, static_cast<const char*>(again));
+  });
+  worker.join();
+  EXPECT_EQ(used, pool->GetUsedCount());
+}

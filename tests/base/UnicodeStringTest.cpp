@@ -51,6 +51,7 @@ struct FaultGuard {
 // Heap blocks that belong to nobody: live allocations minus the blocks the
 // string pools keep in reserve.
 long Outstanding() {
+  internal::ReturnThreadStringBlocks();
   long reserve = 0;
   for (unsigned int c = 64; c <= 1024; c *= 2) {
     reserve += internal::NarrowStringPool(c)->GetFreeCount();
@@ -171,6 +172,7 @@ TEST(UnicodeString, CopiesShareUntilModified) {
 TEST(UnicodeString, BuffersComeFromTheirOwnPools) {
   CUnicodeString s(std::string(300, 'x').c_str());
   EXPECT_EQ(512u, Header(s)->capacity);
+  internal::ReturnThreadStringBlocks();
   unsigned int used = internal::WideStringPool(512)->GetUsedCount();
   unsigned int narrowUsed = internal::NarrowStringPool(512)->GetUsedCount();
   {
@@ -178,6 +180,7 @@ TEST(UnicodeString, BuffersComeFromTheirOwnPools) {
     EXPECT_EQ(used + 1, internal::WideStringPool(512)->GetUsedCount());
     EXPECT_EQ(narrowUsed, internal::NarrowStringPool(512)->GetUsedCount());
   }
+  internal::ReturnThreadStringBlocks();
   EXPECT_EQ(used, internal::WideStringPool(512)->GetUsedCount());
   // Empty keeps an owned buffer with its capacity.
   const unsigned short* before = s;

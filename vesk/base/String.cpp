@@ -22,10 +22,10 @@ const char kSource[] = "vesk/base/String";
 // first byte NUL. Returns the address of its text.
 char* NewBuffer(unsigned int n) {
   unsigned int capacity = internal::StringCapacityClass(n);
-  CFixBlockAllocator* pool = internal::NarrowStringPool(capacity);
+  int rank = internal::StringPoolRank(capacity);
   void* block;
-  if (pool) {
-    block = pool->Allocate();
+  if (rank >= 0) {
+    block = internal::TakeStringBlock(false, rank);
   } else {
     block = platform::Alloc(sizeof(CStringData) + static_cast<std::size_t>(capacity));
     if (!block) VESK_THROW(kSource, CMemoryException);
@@ -41,9 +41,9 @@ char* NewBuffer(unsigned int n) {
 
 // Gives a buffer back to the pool of its capacity, or to the heap.
 void FreeBuffer(CStringData* data) {
-  CFixBlockAllocator* pool = internal::NarrowStringPool(data->capacity);
-  if (pool) {
-    pool->Free(data);
+  int rank = internal::StringPoolRank(data->capacity);
+  if (rank >= 0) {
+    internal::GiveStringBlock(false, rank, data);
   } else {
     platform::Free(data);
   }
@@ -139,7 +139,15 @@ void CString::ReleaseBuffer() {
 // --- construction and assignment -------------------------------------------
 
 CString::CString(const char* text) : m_pchData(nullptr) {
-  if (text && *text) AllocCopy(text, -1);
+  if (!text || !*text) return;
+  // A fresh string has no buffer to reuse: the copy goes straight into a new
+  // one (what AllocCopy would do, without its reuse tests).
+  std::size_t length = std::strlen(text);
+  if (length >= 0xFFFFFFFFu - sizeof(CStringData)) VESK_THROW(kSource, CMemoryException);
+  char* fresh = NewBuffer(static_cast<unsigned int>(length + 1));
+  std::memcpy(fresh, text, length + 1);
+  reinterpret_cast<CStringData*>(fresh)[-1].length = static_cast<unsigned int>(length);
+  m_pchData = fresh;
 }
 
 CString::CString(const char* text, unsigned int count) : m_pchData(nullptr) {

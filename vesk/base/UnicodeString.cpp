@@ -33,10 +33,10 @@ inline bool IsLow(unsigned int u) { return u >= 0xDC00 && u <= 0xDFFF; }
 unsigned short* NewBuffer(unsigned int n) {
   if (n > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
   unsigned int capacity = internal::StringCapacityClass(n);
-  CFixBlockAllocator* pool = internal::WideStringPool(capacity);
+  int rank = internal::StringPoolRank(capacity);
   void* block;
-  if (pool) {
-    block = pool->Allocate();
+  if (rank >= 0) {
+    block = internal::TakeStringBlock(true, rank);
   } else {
     block = platform::Alloc(sizeof(CUnicodeStringData) + static_cast<std::size_t>(capacity) * 2);
     if (!block) VESK_THROW(kSource, CMemoryException);
@@ -52,9 +52,9 @@ unsigned short* NewBuffer(unsigned int n) {
 
 // Gives a buffer back to the pool of its capacity, or to the heap.
 void FreeBuffer(CUnicodeStringData* data) {
-  CFixBlockAllocator* pool = internal::WideStringPool(data->capacity);
-  if (pool) {
-    pool->Free(data);
+  int rank = internal::StringPoolRank(data->capacity);
+  if (rank >= 0) {
+    internal::GiveStringBlock(true, rank, data);
   } else {
     platform::Free(data);
   }
