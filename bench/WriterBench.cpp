@@ -26,8 +26,12 @@ const std::vector<unsigned short>& Text() {
       unsigned int r = rng();
       switch (r & 3) {
         case 0:
-        case 1: u = static_cast<unsigned short>(0x20 + (r >> 8) % 0x5F); break;
-        case 2: u = static_cast<unsigned short>(0x80 + (r >> 8) % 0x780); break;
+        case 1:
+          u = static_cast<unsigned short>(0x20 + (r >> 8) % 0x5F);
+          break;
+        case 2:
+          u = static_cast<unsigned short>(0x80 + (r >> 8) % 0x780);
+          break;
         default:
           u = static_cast<unsigned short>(0x800 + (r >> 8) % 0xD000);  // below the surrogates
       }
@@ -74,8 +78,7 @@ void BM_Icu_StrToUTF8(benchmark::State& state) {
   for (auto _ : state) {
     UErrorCode status = U_ZERO_ERROR;
     u_strToUTF8(out.data(), static_cast<int32_t>(out.size()), &length,
-                reinterpret_cast<const UChar*>(text.data()), static_cast<int32_t>(kUnits),
-                &status);
+                reinterpret_cast<const UChar*>(text.data()), static_cast<int32_t>(kUnits), &status);
     if (U_FAILURE(status)) state.SkipWithError("u_strToUTF8 failed");
     benchmark::DoNotOptimize(out.data());
   }

@@ -88,7 +88,8 @@ std::string ReferenceEncode(const U16String& in, unsigned short& pending) {
 }
 
 TEST(ConverterRegistryTest, Utf8IsRegisteredBeforeMainUnderItsExactName) {
-  CWCharToCharConverterFactory* factory = CWCharToCharConverterFactory::GetConverterFactory("UTF-8");
+  CWCharToCharConverterFactory* factory =
+      CWCharToCharConverterFactory::GetConverterFactory("UTF-8");
   ASSERT_NE(factory, nullptr);
   EXPECT_STREQ(factory->GetEncoding(), "UTF-8");
   EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory(CString("UTF-8")), factory);
@@ -280,8 +281,12 @@ TEST(Utf8ConverterTest, MatchesIcuOnRandomBmpTextInRandomPieces) {
     U16String text(rng() % 2000, 0);
     for (auto& u : text) {
       switch (rng() % 3) {
-        case 0: u = static_cast<unsigned short>(rng() % 0x80); break;
-        case 1: u = static_cast<unsigned short>(0x80 + rng() % 0x780); break;
+        case 0:
+          u = static_cast<unsigned short>(rng() % 0x80);
+          break;
+        case 1:
+          u = static_cast<unsigned short>(0x80 + rng() % 0x780);
+          break;
         default:
           do u = static_cast<unsigned short>(0x800 + rng() % 0xF800);
           while (u >= 0xD800 && u <= 0xDFFF);
@@ -315,8 +320,8 @@ TEST(Utf8ConverterTest, AgreesWithTheUnitRulesForAnyTextAndRoom) {
   // Random text rich in surrogates, random output room: either the bytes of
   // the rules, or -1 exactly when they do not fit.
   std::mt19937 rng(7);
-  const unsigned short pool[] = {'a', 0x7F, 0xE9, 0x7FF, 0x20AC, 0xD800, 0xD83D, 0xDBFF,
-                                 0xDC00, 0xDE00, 0xDFFF, 0xFFFF};
+  const unsigned short pool[] = {'a',    0x7F,   0xE9,   0x7FF,  0x20AC, 0xD800,
+                                 0xD83D, 0xDBFF, 0xDC00, 0xDE00, 0xDFFF, 0xFFFF};
   CWCharToCharUTF8 c;
   unsigned short pending = 48;
   for (int round = 0; round < 20000; ++round) {

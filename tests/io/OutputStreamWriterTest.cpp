@@ -67,8 +67,12 @@ TEST(OutputStreamWriterTest, MatchesIcuForRandomTextInRandomWrites) {
     for (auto& u : text) {
       switch (rng() % 4) {
         case 0:
-        case 1: u = static_cast<unsigned short>(1 + rng() % 0x7F); break;
-        case 2: u = static_cast<unsigned short>(0x80 + rng() % 0x780); break;
+        case 1:
+          u = static_cast<unsigned short>(1 + rng() % 0x7F);
+          break;
+        case 2:
+          u = static_cast<unsigned short>(0x80 + rng() % 0x780);
+          break;
         default:
           do u = static_cast<unsigned short>(0x800 + rng() % 0xF800);
           while (u >= 0xD800 && u <= 0xDFFF);
@@ -90,8 +94,12 @@ TEST(OutputStreamWriterTest, MatchesIcuForRandomTextInRandomWrites) {
           case 0:
             for (size_t k = 0; k < piece; ++k) writer.Write(text[i + k]);
             break;
-          case 1: writer.Write(text.data(), offset, length); break;
-          case 2: writer.Write(text.data() + i, length); break;
+          case 1:
+            writer.Write(text.data(), offset, length);
+            break;
+          case 2:
+            writer.Write(text.data() + i, length);
+            break;
           default: {
             CUnicodeString s(text.data(), static_cast<unsigned int>(text.size()));
             // An over-long length is clamped to the text.

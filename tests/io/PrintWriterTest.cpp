@@ -82,8 +82,7 @@ TEST(PrintWriterTest, TextPrints) {
   EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(CString("h\xC3\xA9\xE2\x82\xAC")); }), expected);
   EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(static_cast<const char*>(nullptr)); }), U16(""));
   EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(CString()); }), U16(""));
-  EXPECT_EQ(Printed([&](CPrintWriter& w) { w.Print(CUnicodeString(expected.c_str())); }),
-            expected);
+  EXPECT_EQ(Printed([&](CPrintWriter& w) { w.Print(CUnicodeString(expected.c_str())); }), expected);
   EXPECT_EQ(Printed([&](CPrintWriter& w) { w.Print(expected.c_str()); }), expected);
   EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(static_cast<const unsigned short*>(nullptr)); }),
             U16(""));

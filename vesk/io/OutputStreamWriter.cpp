@@ -41,12 +41,10 @@ COutputStreamWriter::COutputStreamWriter(COutputStream* out, const char* encodin
 
 COutputStreamWriter::~COutputStreamWriter() { platform::Free(m_byteBuffer); }
 
-void COutputStreamWriter::Init(COutputStream* out, const char* encoding,
-                               bool writeByteOrderMark) {
+void COutputStreamWriter::Init(COutputStream* out, const char* encoding, bool writeByteOrderMark) {
   if (!out) {
     // Two full stops: callers match this text as it has always read.
-    VESK_THROW("vesk/io/OutputStreamWriter", CIllegalArgumentException,
-               "Invalid output stream..");
+    VESK_THROW("vesk/io/OutputStreamWriter", CIllegalArgumentException, "Invalid output stream..");
   }
   if (!encoding || !*encoding) {
     VESK_THROW("vesk/io/OutputStreamWriter", CIllegalArgumentException, "Invalid encoding.");
@@ -99,9 +97,8 @@ void COutputStreamWriter::InternalWrite(const unsigned short* chars, unsigned in
         // The buffer is empty here (it was just written out): replace it by
         // one of twice the size. The old block is kept when that fails.
         unsigned int newSize = m_byteBufferSize * 2;
-        char* bigger = newSize > m_byteBufferSize
-                           ? static_cast<char*>(platform::Alloc(newSize))
-                           : nullptr;
+        char* bigger =
+            newSize > m_byteBufferSize ? static_cast<char*>(platform::Alloc(newSize)) : nullptr;
         if (!bigger) VESK_THROW("vesk/io/OutputStreamWriter", CIOException, "Memory full.");
         platform::Free(m_byteBuffer);
         m_byteBuffer = bigger;

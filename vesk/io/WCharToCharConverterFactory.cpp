@@ -53,8 +53,7 @@ CWCharToCharConverterFactory* CWCharToCharConverterFactory::GetConverterFactory(
   return found ? *found : nullptr;
 }
 
-bool CWCharToCharConverterFactory::RegisterConverterFactory(
-    CWCharToCharConverterFactory* factory) {
+bool CWCharToCharConverterFactory::RegisterConverterFactory(CWCharToCharConverterFactory* factory) {
   if (!factory) return false;
   try {
     Factories().Put(CString(factory->m_encoding), factory);

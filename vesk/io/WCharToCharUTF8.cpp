@@ -36,9 +36,8 @@ CWCharToCharUTF8& CWCharToCharUTF8::operator=(const CWCharToCharUTF8& other) {
 
 CWCharToCharUTF8::~CWCharToCharUTF8() {}
 
-int CWCharToCharUTF8::Convert(const unsigned short* units, unsigned int offset,
-                              unsigned int length, char* bytes, unsigned int byteOffset,
-                              unsigned int byteLength) {
+int CWCharToCharUTF8::Convert(const unsigned short* units, unsigned int offset, unsigned int length,
+                              char* bytes, unsigned int byteOffset, unsigned int byteLength) {
   const unsigned short* in = units + offset;
   const unsigned short* const inEnd = in + length;
   unsigned char* const start = reinterpret_cast<unsigned char*>(bytes) + byteOffset;
