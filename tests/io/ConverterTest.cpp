@@ -4,7 +4,6 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unicode/ustring.h>
 
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/String.h"
@@ -272,48 +271,6 @@ TEST(Utf8ConverterTest, ByteOrderMark) {
   c.GetByteOrderMark(mark, &size);
   EXPECT_EQ(size, 3u);
   EXPECT_EQ(std::string(mark, 4), Bytes({0xEF, 0xBB, 0xBF, 'x'}));
-}
-
-TEST(Utf8ConverterTest, MatchesIcuOnRandomBmpTextInRandomPieces) {
-  std::mt19937 rng(20240611);
-  CWCharToCharUTF8 c;
-  for (int round = 0; round < 300; ++round) {
-    U16String text(rng() % 2000, 0);
-    for (auto& u : text) {
-      switch (rng() % 3) {
-        case 0:
-          u = static_cast<unsigned short>(rng() % 0x80);
-          break;
-        case 1:
-          u = static_cast<unsigned short>(0x80 + rng() % 0x780);
-          break;
-        default:
-          do u = static_cast<unsigned short>(0x800 + rng() % 0xF800);
-          while (u >= 0xD800 && u <= 0xDFFF);
-      }
-    }
-    std::vector<char> expected(text.size() * 3 + 1);
-    int32_t expectedLength = 0;
-    UErrorCode status = U_ZERO_ERROR;
-    u_strToUTF8(expected.data(), static_cast<int32_t>(expected.size()), &expectedLength,
-                reinterpret_cast<const UChar*>(text.data()), static_cast<int32_t>(text.size()),
-                &status);
-    ASSERT_TRUE(U_SUCCESS(status));
-
-    std::string got;
-    size_t i = 0;
-    while (i < text.size()) {
-      size_t piece = 1 + rng() % 300;
-      if (piece > text.size() - i) piece = text.size() - i;
-      std::vector<char> out(piece * 3);
-      int n = c.Convert(text.data(), static_cast<unsigned int>(i), static_cast<unsigned int>(piece),
-                        out.data(), 0, static_cast<unsigned int>(out.size()));
-      ASSERT_GE(n, 0);
-      got.append(out.data(), n);
-      i += piece;
-    }
-    ASSERT_EQ(got, std::string(expected.data(), expectedLength)) << "round " << round;
-  }
 }
 
 TEST(Utf8ConverterTest, AgreesWithTheUnitRulesForAnyTextAndRoom) {
