@@ -89,13 +89,21 @@ void EncodeBase64(const unsigned char* in, std::size_t n, Unit* out) {
   const std::uint16_t* enc = kTables.encode12;
   std::size_t whole = n / 3;
   std::size_t i = 0;
-  // Four groups per round: twelve bytes in, sixteen units out.
-  for (; i + 4 <= whole; i += 4, in += 12, out += 16) {
+  // Two groups per 8-byte load (six bytes used), four loads per round:
+  // 24 bytes in, 32 units out. The load reads two bytes past the groups,
+  // so the round stops while at least eight bytes remain.
+  for (; (i + 8) * 3 + 2 <= n; i += 8, in += 24, out += 32) {
     for (int g = 0; g < 4; ++g) {
-      const unsigned char* p = in + 3 * g;
-      std::uint32_t v = (std::uint32_t(p[0]) << 16) | (std::uint32_t(p[1]) << 8) | p[2];
-      PutPair(out + 4 * g, enc[v >> 12]);
-      PutPair(out + 4 * g + 2, enc[v & 0xFFF]);
+      std::uint64_t w;
+      std::memcpy(&w, in + 6 * g, 8);
+      w = __builtin_bswap64(w);  // bytes 0..5 now in bits 63..16
+      std::uint32_t a = static_cast<std::uint32_t>(w >> 40);
+      std::uint32_t b = static_cast<std::uint32_t>(w >> 16) & 0xFFFFFF;
+      Unit* o = out + 8 * g;
+      PutPair(o, enc[a >> 12]);
+      PutPair(o + 2, enc[a & 0xFFF]);
+      PutPair(o + 4, enc[b >> 12]);
+      PutPair(o + 6, enc[b & 0xFFF]);
     }
   }
   for (; i < whole; ++i, in += 3, out += 4) {
