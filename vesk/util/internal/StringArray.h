@@ -89,6 +89,19 @@ bool EqualStrings(const S* a, unsigned int sizeA, const S* b, unsigned int sizeB
   return true;
 }
 
+/// One step of a vector enumeration: index starts at -1 and may not pass
+/// size - 1. Returns false (index unchanged) when no element is left.
+inline bool StepEnumeration(int& index, unsigned int size) {
+  if (static_cast<long long>(index) >= static_cast<long long>(size) - 1) return false;
+  ++index;
+  return true;
+}
+
+/// Whether an enumeration at index has another element of size.
+inline bool EnumerationHasMore(int index, unsigned int size) {
+  return static_cast<long long>(index) + 1 < static_cast<long long>(size);
+}
+
 /// The runtime's quicksort over the string slots.
 template <class S>
 void SortStrings(S* array, unsigned int size, int (*compare)(const void*, const void*)) {

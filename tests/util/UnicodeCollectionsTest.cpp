@@ -1,0 +1,276 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "TestObjects.h"
+#include "vesk/base/ArrayIndexOutOfBoundsException.h"
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/UnicodeString.h"
+#include "vesk/util/UnicodeStringMap.h"
+#include "vesk/util/UnicodeStringVector.h"
+#include "vesk/util/UnicodeStringVectorEnumeration.h"
+
+using vesk::base::CArrayIndexOutOfBoundsException;
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CUnicodeString;
+using vesk::util::CEnumeration;
+using vesk::util::CNoSuchElementException;
+using vesk::util::CUnicodeStringMap;
+using vesk::util::CUnicodeStringVector;
+
+namespace {
+
+// Zero-terminated 16-bit text that lives as long as the holder.
+class U {
+ public:
+  U(const std::u16string& text) : m_units(text.begin(), text.end()) { m_units.push_back(0); }
+  operator const unsigned short*() const { return m_units.data(); }
+
+ private:
+  std::vector<unsigned short> m_units;
+};
+
+std::u16string Text(const CUnicodeString& s) {
+  const unsigned short* units = s;
+  return std::u16string(units, units + s.GetLength());
+}
+
+// Random text over a small alphabet that mixes ASCII, Latin-1 letters with
+// case and a surrogate pair, so that searches hit often.
+std::u16string RandomText(std::mt19937& random, int maxLength) {
+  static const char16_t kUnits[] = {u'a', u'B', u'\u00e4', u'\u00c4', u'\u03a3'};
+  std::u16string text;
+  int length = static_cast<int>(random() % (maxLength + 1));
+  for (int i = 0; i < length; ++i) {
+    if (random() % 7 == 0) {
+      text += u"\U0001F600";
+    } else {
+      text += kUnits[random() % 5];
+    }
+  }
+  return text;
+}
+
+int CompareUnits(const void* a, const void* b) {
+  return static_cast<const CUnicodeString*>(a)->Compare(*static_cast<const CUnicodeString*>(b));
+}
+
+TEST(UnicodeStringVectorTest, GrowthErrorsSortAndEnumeration) {
+  CUnicodeStringVector v(0, 4);
+  EXPECT_EQ(10u, CUnicodeStringVector(0, 0).GetGrowthStep());
+  for (const char16_t* text : {u"pear", u"\u00e4pfel", u"fig", u"", u"kiwi"}) v.AddElement(U(text));
+  EXPECT_EQ(8u, v.GetCapacity());
+  EXPECT_TRUE(v.Contains(U(u"")));
+  EXPECT_EQ(1, v.GetIndexOf(U(u"\u00e4pfel")));
+  EXPECT_EQ(-1, v.GetIndexOf(U(u"\u00c4pfel")));  // by text, case sensitively
+  EXPECT_EQ(-1, v.GetIndexOf(nullptr));
+  try {
+    v.AddElement(nullptr);
+    FAIL();
+  } catch (const CIllegalArgumentException& e) {
+    EXPECT_STREQ("Invalid element.", e.GetErrorDescription());
+    EXPECT_STREQ("vesk/util/UnicodeStringVector", e.GetSourceFile());
+  }
+  EXPECT_THROW(v.SetElementAt(nullptr, 0), CIllegalArgumentException);
+  EXPECT_THROW(v.Contains(nullptr), CIllegalArgumentException);
+  EXPECT_THROW(v.GetElementAt(5), CArrayIndexOutOfBoundsException);
+  EXPECT_THROW(v.SetElementAt(U(u"x"), 5), CArrayIndexOutOfBoundsException);
+  EXPECT_THROW(v.InsertElementAt(U(u"x"), 6), CArrayIndexOutOfBoundsException);
+  EXPECT_THROW(v.Sort(nullptr), CIllegalArgumentException);
+  EXPECT_EQ(5u, v.GetSize());
+
+  v.Sort(&CompareUnits);
+  const char16_t* sorted[] = {u"", u"fig", u"kiwi", u"pear", u"\u00e4pfel"};
+  CEnumeration<CUnicodeString> elements = v.GetElements();
+  CEnumeration<CUnicodeString> sameWalk = elements;
+  for (const char16_t* text : sorted) {
+    ASSERT_TRUE(elements.HasMoreElements());
+    EXPECT_EQ(std::u16string(text), Text(sameWalk.GetNextElement()));
+  }
+  EXPECT_FALSE(elements.HasMoreElements());
+  try {
+    elements.GetNextElement();
+    FAIL();
+  } catch (const CNoSuchElementException& e) {
+    EXPECT_STREQ("vesk/util/UnicodeStringVectorEnumeration", e.GetSourceFile());
+  }
+  // The enumeration returns the vector's own elements.
+  vesk::util::CUnicodeStringVectorEnumeration walk(&v);
+  walk.GetNextElement() = U(u"changed");
+  EXPECT_EQ(u"changed", Text(v.GetFirstElement()));
+
+  CUnicodeStringVector copy(v);
+  EXPECT_TRUE(copy == v);
+  copy.SetElementAt(U(u"plum"), 4);
+  EXPECT_TRUE(copy != v);
+  copy.RemoveElement(U(u"fig"));
+  copy.RemoveElementAt(0);
+  EXPECT_EQ(3u, copy.GetSize());
+  EXPECT_EQ(4u, copy.GetCapacity());
+  EXPECT_EQ(u"plum", Text(copy.GetLastElement()));
+  copy.RemoveAllElements();
+  EXPECT_EQ(4u, copy.GetCapacity());
+  EXPECT_FALSE(copy.GetElements().HasMoreElements());
+  copy.TrimToSize();
+  EXPECT_EQ(0u, copy.GetCapacity());
+}
+
+TEST(UnicodeStringVectorTest, MatchesAStandardVectorOverARandomRun) {
+  std::mt19937 random(7);
+  CUnicodeStringVector v(0, 3);
+  std::vector<std::u16string> model;
+  for (int step = 0; step < 5000; ++step) {
+    std::u16string text = RandomText(random, 2);
+    unsigned int op = random() % 6;
+    if (op <= 1 || model.empty()) {
+      unsigned int at = random() % (model.size() + 1);
+      v.InsertElementAt(U(text), at);
+      model.insert(model.begin() + at, text);
+    } else if (op == 2) {
+      unsigned int at = random() % model.size();
+      v.RemoveElementAt(at);
+      model.erase(model.begin() + at);
+    } else if (op == 3) {
+      v.RemoveElement(U(text));
+      auto it = std::find(model.begin(), model.end(), text);
+      if (it != model.end()) model.erase(it);
+    } else if (op == 4) {
+      unsigned int at = random() % model.size();
+      v.SetElementAt(U(text), at);
+      model[at] = text;
+    } else {
+      auto first = std::find(model.begin(), model.end(), text);
+      auto last = std::find(model.rbegin(), model.rend(), text);
+      ASSERT_EQ(first == model.end() ? -1 : first - model.begin(), v.GetIndexOf(U(text)));
+      ASSERT_EQ(last == model.rend() ? -1 : model.rend() - last - 1, v.GetLastIndexOf(U(text)));
+    }
+    ASSERT_EQ(model.size(), v.GetSize());
+    ASSERT_EQ(std::max<unsigned int>(3, (v.GetSize() + 2) / 3 * 3), v.GetCapacity());
+    for (unsigned int i = 0; i < model.size(); ++i) ASSERT_EQ(model[i], Text(v[i]));
+  }
+  // Sorting by units agrees with the standard library's order of UTF-16 text.
+  v.Sort(&CompareUnits);
+  std::sort(model.begin(), model.end());
+  for (unsigned int i = 0; i < model.size(); ++i) ASSERT_EQ(model[i], Text(v[i]));
+}
+
+TEST(UnicodeStringVectorTest, FailedAllocationsLeaveNoLeak) {
+  CUnicodeStringVector source(0, 2);
+  for (int i = 0; i < 9; ++i) source.AddElement(U(std::u16string(i * 40, u'\u00e9')));
+  int failures = vesk_test::RunWithEveryAllocationFailing([&] {
+    CUnicodeStringVector copy(source);
+    copy.AddElement(U(u"tail"));
+    copy.InsertElementAt(U(u"head"), 0);
+    EXPECT_EQ(u"head", Text(copy[0]));
+    copy = source;
+  });
+  EXPECT_GE(failures, 3);
+}
+
+TEST(UnicodeStringMapTest, KeysCaseAndGrowth) {
+  CUnicodeStringMap insensitive(false, 0, 0);
+  EXPECT_EQ(5u, insensitive.GetGrowthStep());
+  EXPECT_EQ(0u, insensitive.GetCapacity());
+  insensitive.Put(U(u"\u00c4rger"), U(u"v1"));
+  EXPECT_EQ(5u, insensitive.GetCapacity());
+  // Case is folded beyond ASCII.
+  EXPECT_TRUE(insensitive.ContainsKey(U(u"\u00e4RGER")));
+  insensitive.Put(U(u"\u00e4rger"), nullptr);
+  EXPECT_EQ(1u, insensitive.GetSize());
+  EXPECT_TRUE(insensitive.Get(U(u"\u00c4RGER")).IsEmpty());
+  EXPECT_EQ(u"\u00c4rger", Text(insensitive.GetKeyAt(0)));
+
+  CUnicodeStringMap sensitive(true, 3, 2);
+  EXPECT_TRUE(sensitive.IsKeyCaseSensitive());
+  EXPECT_EQ(4u, sensitive.GetCapacity());
+  sensitive.Put(U(u"Key"), U(u"v1"));
+  EXPECT_FALSE(sensitive.ContainsKey(U(u"KEY")));
+  EXPECT_THROW(sensitive.Get(U(u"KEY")), CNoSuchElementException);
+  EXPECT_THROW(CUnicodeStringMap().Get(U(u"a")), CNoSuchElementException);
+  try {
+    sensitive.Put(U(u""), U(u"x"));
+    FAIL();
+  } catch (const CIllegalArgumentException& e) {
+    EXPECT_STREQ("Invalid key.", e.GetErrorDescription());
+    EXPECT_STREQ("vesk/util/UnicodeStringMap", e.GetSourceFile());
+  }
+  EXPECT_THROW(sensitive.Put(nullptr, U(u"x")), CIllegalArgumentException);
+  EXPECT_THROW(sensitive.GetAt(1), CArrayIndexOutOfBoundsException);
+  EXPECT_THROW(sensitive.GetKeyAt(1), CArrayIndexOutOfBoundsException);
+
+  for (const char16_t* key : {u"b", u"c", u"d", u"e"}) sensitive.Put(U(key), U(key));
+  EXPECT_EQ(6u, sensitive.GetCapacity());
+  EXPECT_EQ(2, sensitive.GetIndexOf(U(u"c")));
+  EXPECT_TRUE(sensitive.Contains(U(u"v1")));
+  EXPECT_TRUE(sensitive.Remove(U(u"c")));
+  EXPECT_FALSE(sensitive.Remove(U(u"c")));
+  EXPECT_EQ(u"d", Text(sensitive.GetKeyAt(2)));
+  EXPECT_EQ(4u, sensitive.GetCapacity());
+
+  std::vector<std::u16string> keys;
+  for (CUnicodeStringMap::CKeyIterator it = sensitive.GetKeyIterator(); it.HasMoreElements();)
+    keys.push_back(Text(it.GetNextElement()));
+  EXPECT_EQ((std::vector<std::u16string>{u"Key", u"b", u"d", u"e"}), keys);
+
+  CUnicodeStringMap copy(sensitive);
+  EXPECT_TRUE(copy == sensitive);
+  copy.Remove(U(u"b"));
+  copy.Put(U(u"b"), U(u"b"));  // same pairs in another order
+  EXPECT_TRUE(copy == sensitive);
+  copy.Put(U(u"b"), U(u"other"));
+  EXPECT_TRUE(copy != sensitive);
+  copy.RemoveAll();
+  EXPECT_EQ(0u, copy.GetCapacity());
+  EXPECT_TRUE(copy.IsEmpty());
+}
+
+TEST(UnicodeStringMapTest, MatchesAnOrderedModelAndSurvivesFailures) {
+  std::mt19937 random(5);
+  CUnicodeStringMap map(false, 0, 3);
+  std::vector<std::pair<std::u16string, std::u16string> > model;
+  // The alphabet's only case pairs are a/A, b/B, ä/Ä.
+  auto fold = [](std::u16string s) {
+    for (char16_t& c : s) {
+      if (c == u'A') c = u'a';
+      if (c == u'B') c = u'b';
+      if (c == u'\u00c4') c = u'\u00e4';
+    }
+    return s;
+  };
+  for (int step = 0; step < 4000; ++step) {
+    std::u16string key = RandomText(random, 2);
+    if (key.empty()) key = u"A";
+    std::u16string value = RandomText(random, 4);
+    auto found = std::find_if(model.begin(), model.end(),
+                              [&](const auto& pair) { return fold(pair.first) == fold(key); });
+    if (random() % 3 != 0) {
+      map.Put(U(key), U(value));
+      if (found == model.end()) {
+        model.emplace_back(key, value);
+      } else {
+        found->second = value;
+      }
+    } else {
+      ASSERT_EQ(found != model.end(), map.Remove(U(key)));
+      if (found != model.end()) model.erase(found);
+    }
+    ASSERT_EQ(model.size(), map.GetSize());
+    for (unsigned int i = 0; i < model.size(); ++i) {
+      ASSERT_EQ(model[i].first, Text(map.GetKeyAt(i)));
+      ASSERT_EQ(model[i].second, Text(map.GetAt(i)));
+    }
+  }
+  int failures = vesk_test::RunWithEveryAllocationFailing([&] {
+    CUnicodeStringMap copy(map);
+    copy.Put(U(u"a-new-key"), U(u"value"));
+    copy.Put(U(u"another-new-key"), U(u"value"));
+    copy = map;
+  });
+  EXPECT_GT(failures, 3);
+}
+
+}  // namespace
