@@ -104,6 +104,9 @@
 #include "vesk/util/StringVector.h"
 #include "vesk/util/StringVectorEnumeration.h"
 #include "vesk/util/StringVectorH.h"
+#include "vesk/util/UnicodeStringMap.h"
+#include "vesk/util/UnicodeStringVector.h"
+#include "vesk/util/UnicodeStringVectorEnumeration.h"
 #include "vesk/util/regex/RegExParseException.h"
 
 #endif
