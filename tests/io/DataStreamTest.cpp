@@ -7,6 +7,7 @@
 
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
+#include "vesk/io/BufferedOutputStream.h"
 #include "vesk/io/DataInputStream.h"
 #include "vesk/io/DataOutputStream.h"
 #include "vesk/io/IOException.h"
@@ -524,3 +525,48 @@ TEST(DataStreams, CloseFailureStillCloses) {
 }
 
 }  // namespace
+
+namespace {
+// A buffered stream that counts the array writes it is given.
+class CCountingBufferedStream : public vesk::io::CBufferedOutputStream {
+ public:
+  CCountingBufferedStream(COutputStream* stream) : CBufferedOutputStream(stream, 64) {}
+  void Write(const char* buffer, unsigned int length) override {
+    ++m_writes;
+    CBufferedOutputStream::Write(buffer, length);
+  }
+  using CBufferedOutputStream::Write;
+  int m_writes = 0;
+};
+}  // namespace
+
+// Values written over a buffered stream go into its buffer directly, in the
+// same order and across buffer boundaries; a subclass that overrides the
+// writes still sees every one of them.
+TEST(DataOutputStreamTest, ValuesOverABufferedStreamArriveInOrder) {
+  CMemoryOutputStream memory(16, 16);
+  vesk::io::CBufferedOutputStream buffered(&memory, 7);
+  CDataOutputStream out(&buffered);
+  for (int i = 0; i < 10; ++i) {
+    out.WriteInt32(0x01020300 + i);
+    out.WriteInt16(static_cast<short>(0x0A00 + i));
+  }
+  out.Flush();
+  ASSERT_EQ(60u, memory.GetBufferSize());
+  const unsigned char* bytes = reinterpret_cast<const unsigned char*>(memory.GetBuffer());
+  for (int i = 0; i < 10; ++i) {
+    const unsigned char expected[6] = {1, 2, 3, static_cast<unsigned char>(i), 0x0A,
+                                       static_cast<unsigned char>(i)};
+    EXPECT_EQ(0, std::memcmp(expected, bytes + 6 * i, 6)) << "value " << i;
+  }
+
+  CMemoryOutputStream sink(16, 16);
+  CCountingBufferedStream counting(&sink);
+  CDataOutputStream overSubclass(&counting);
+  overSubclass.WriteInt32(1);
+  overSubclass.WriteInt16(2);
+  EXPECT_EQ(2, counting.m_writes);
+
+  buffered.Close();  // closing the buffered stream underneath is noticed
+  EXPECT_THROW(out.WriteInt32(5), CIOException);
+}

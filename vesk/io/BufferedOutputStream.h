@@ -3,6 +3,8 @@
 #ifndef VESK_IO_BUFFEREDOUTPUTSTREAM_H
 #define VESK_IO_BUFFEREDOUTPUTSTREAM_H
 
+#include <cstring>
+
 #include "vesk/base/Ref.h"
 #include "vesk/io/OutputStream.h"
 
@@ -35,6 +37,18 @@ class VESK_API CBufferedOutputStream : public COutputStream {
   /// Writes the buffer and closes the wrapped stream; the decorator is closed
   /// even when that fails. Closing again is silent.
   void Close() override;
+
+  /// Appends length bytes when the stream is open and they fit without
+  /// filling the buffer, and answers whether it did (nothing is written
+  /// otherwise). Writers of small values, such as the data streams, use it
+  /// to skip a virtual call per value; the bytes end up exactly where
+  /// Write(buffer, length) would have put them.
+  bool AppendIfRoom(const char* bytes, unsigned int length) {
+    if (!m_stream || length >= m_bufferSize - m_count) return false;
+    std::memcpy(m_buffer + m_count, bytes, length);
+    m_count += length;
+    return true;
+  }
 
  protected:
   /// Hands the buffered bytes to the wrapped stream.

@@ -1,6 +1,7 @@
 #include "vesk/io/DataOutputStream.h"
 
 #include <cstring>
+#include <typeinfo>
 
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/String.h"
@@ -42,12 +43,21 @@ inline void PutBig32(char* out, unsigned int v) {
 #define VESK_CHECK_OPEN() \
   if (__builtin_expect(!m_stream, 0)) ThrowClosed(__LINE__)
 
+namespace {
+CBufferedOutputStream* ExactlyBuffered(COutputStream* stream) {
+  return stream && typeid(*stream) == typeid(CBufferedOutputStream)
+             ? static_cast<CBufferedOutputStream*>(stream)
+             : nullptr;
+}
+}  // namespace
+
 CDataOutputStream::CDataOutputStream(const CRef<COutputStream>& stream)
-    : m_streamRef(stream), m_stream(stream.Get()) {
+    : m_streamRef(stream), m_stream(stream.Get()), m_buffered(ExactlyBuffered(stream.Get())) {
   if (!m_stream) VESK_THROW(kSource, CIllegalArgumentException, "Invalid output stream.");
 }
 
-CDataOutputStream::CDataOutputStream(COutputStream* stream) : m_stream(stream) {
+CDataOutputStream::CDataOutputStream(COutputStream* stream)
+    : m_stream(stream), m_buffered(ExactlyBuffered(stream)) {
   if (!m_stream) VESK_THROW(kSource, CIllegalArgumentException, "Invalid output stream.");
 }
 
@@ -77,6 +87,7 @@ void CDataOutputStream::Close() {
   if (!m_stream) return;
   COutputStream* stream = m_stream;
   m_stream = nullptr;
+  m_buffered = nullptr;
   stream->Close();
 }
 
@@ -99,28 +110,28 @@ void CDataOutputStream::WriteInt16(short value) {
   VESK_CHECK_OPEN();
   char b[2];
   PutBig16(b, static_cast<unsigned short>(value));
-  m_stream->Write(b, 2);
+  WriteValueBytes(b, 2);
 }
 
 void CDataOutputStream::WriteInt32(int value) {
   VESK_CHECK_OPEN();
   char b[4];
   PutBig32(b, static_cast<unsigned int>(value));
-  m_stream->Write(b, 4);
+  WriteValueBytes(b, 4);
 }
 
 void CDataOutputStream::WriteUInt16(unsigned short value) {
   VESK_CHECK_OPEN();
   char b[2];
   PutBig16(b, value);
-  m_stream->Write(b, 2);
+  WriteValueBytes(b, 2);
 }
 
 void CDataOutputStream::WriteUInt32(unsigned int value) {
   VESK_CHECK_OPEN();
   char b[4];
   PutBig32(b, value);
-  m_stream->Write(b, 4);
+  WriteValueBytes(b, 4);
 }
 
 // Floating-point values keep the host byte order: files written by earlier
@@ -129,14 +140,14 @@ void CDataOutputStream::WriteFloat(float value) {
   VESK_CHECK_OPEN();
   char b[sizeof value];
   std::memcpy(b, &value, sizeof value);
-  m_stream->Write(b, sizeof b);
+  WriteValueBytes(b, sizeof b);
 }
 
 void CDataOutputStream::WriteDouble(double value) {
   VESK_CHECK_OPEN();
   char b[sizeof value];
   std::memcpy(b, &value, sizeof value);
-  m_stream->Write(b, sizeof b);
+  WriteValueBytes(b, sizeof b);
 }
 
 void CDataOutputStream::WriteString(const CUnicodeString& text) {

@@ -6,6 +6,7 @@
 #include "vesk/base/Ref.h"
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/ISerializable.h"
+#include "vesk/io/BufferedOutputStream.h"
 #include "vesk/io/OutputStream.h"
 
 namespace vesk {
@@ -72,6 +73,16 @@ class VESK_API CDataOutputStream : public COutputStream {
   vesk::base::CRef<COutputStream> m_streamRef;
   /// The wrapped stream; null once closed.
   COutputStream* m_stream;
+  /// The wrapped stream when it is exactly a CBufferedOutputStream (not a
+  /// subclass that could override its writes), else null: small values are
+  /// then appended to its buffer directly.
+  CBufferedOutputStream* m_buffered;
+
+  /// Writes the bytes of one value to the wrapped stream.
+  void WriteValueBytes(const char* bytes, unsigned int length) {
+    if (m_buffered && m_buffered->AppendIfRoom(bytes, length)) return;
+    m_stream->Write(bytes, length);
+  }
 
  private:
   CDataOutputStream(const CDataOutputStream&) = delete;
