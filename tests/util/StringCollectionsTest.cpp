@@ -6,6 +6,7 @@
 #include <random>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -344,6 +345,56 @@ TEST(StringSetTest, BucketCountsAndGrowth) {
   EXPECT_TRUE(table.Get("one", value));
   EXPECT_EQ(1, value);
   EXPECT_TRUE(table.ContainsKey(CString("one")));
+}
+
+TEST(StringHashtableTest, MatchesAnUnorderedMapWithKeysOfEveryLength) {
+  std::mt19937 random(9);
+  CStringHashtable<CString> table(0, 0);
+  std::unordered_map<std::string, std::string> model;
+  for (int step = 0; step < 3000; ++step) {
+    // Lengths from 1 to 1500 bytes, short ones most often so keys repeat.
+    std::size_t length = random() % 4 ? 1 + random() % 3 : 1 + random() % 1500;
+    std::string key(length, 'a');
+    for (char& c : key) c = static_cast<char>('a' + random() % 3);
+    std::string value = std::to_string(step);
+    switch (random() % 4) {
+      case 0: {
+        bool present = model.count(key) > 0;
+        ASSERT_EQ(present, table.Remove(key.c_str()));
+        model.erase(key);
+        break;
+      }
+      case 1: {  // the previous value is handed back
+        CString previous;
+        bool present = model.count(key) > 0;
+        ASSERT_EQ(present, table.Put(CString(key.c_str()), CString(value.c_str()), &previous));
+        if (present) ASSERT_EQ(model[key], previous.operator const char*());
+        model[key] = value;
+        break;
+      }
+      default:
+        table.Put(key.c_str(), CString(value.c_str()));
+        model[key] = value;
+    }
+    ASSERT_EQ(model.size(), table.GetSize());
+  }
+  CStringHashtable<CString> copy(table);
+  std::size_t seen = 0;
+  for (CEnumeration<CString> keys = copy.GetKeys(); keys.HasMoreElements(); ++seen) {
+    CString key = keys.GetNextElement();
+    auto found = model.find(key.operator const char*());
+    ASSERT_TRUE(found != model.end());
+    const CString* value = table.Find(key);
+    ASSERT_TRUE(value != nullptr);
+    EXPECT_EQ(found->second, value->operator const char*());
+    EXPECT_TRUE(copy.ContainsKey(key.operator const char*()));
+  }
+  EXPECT_EQ(model.size(), seen);
+  // A copy keeps every chain in its order.
+  std::vector<std::string> original, copied;
+  table.ForEach([&](const auto& key, const CString&) { original.push_back(key.GetText()); });
+  copy.ForEach([&](const auto& key, const CString&) { copied.push_back(key.GetText()); });
+  EXPECT_EQ(original, copied);
 }
 
 std::set<std::string> Members(const CStringSet& set) {

@@ -4,6 +4,7 @@
 #ifndef VESK_UTIL_HASHTABLE_H
 #define VESK_UTIL_HASHTABLE_H
 
+#include <cstddef>
 #include <new>
 
 #include "vesk/base/Base.h"
@@ -16,14 +17,27 @@
 namespace vesk {
 namespace util {
 
-/// How CHashtable hashes and compares keys. A lookup key of type Q may
-/// differ from the stored key type K (a const char* probing CString keys):
-/// then GetHashCodeOf(Q) must equal GetHashCodeOf(K) for equal keys and
-/// K == Q must be defined.
+/// How CHashtable hashes, compares and stores keys. A lookup key of type Q
+/// may differ from the key type K: then GetHashCodeOf(Q) must equal
+/// GetHashCodeOf(K) for equal keys and K == Q must be defined.
+///
+/// A traits class may also store keys in another form than K (Stored), for
+/// instance as text in the node itself: then ExtraBytes tells how many bytes
+/// past the node a key needs, Copyable turns a stored key back into
+/// something a node can be built from, and Expose gives the K that key
+/// enumerations hand out.
 template <class K>
 struct CHashTraits {
+  /// The form of a key inside a node (the node's last member).
+  typedef K Stored;
   /// The source name of the exceptions the table throws.
   static const char* Source() { return "vesk/util/Hashtable"; }
+  template <class Q>
+  static std::size_t ExtraBytes(const Q&) {
+    return 0;
+  }
+  static const K& Copyable(const K& stored) { return stored; }
+  static K& Expose(K& stored, K&) { return stored; }
   template <class Q>
   static unsigned int Hash(const Q& key) {
     return static_cast<unsigned int>(GetHashCodeOf(key));
@@ -43,18 +57,19 @@ struct CHashTraits {
 template <class K, class V, class Traits = CHashTraits<K> >
 class CHashtable : public vesk::base::CBase {
  public:
-  /// One node: the stored hash of its key, the key, the value and the next
-  /// node of the same bucket.
+  typedef typename Traits::Stored StoredKey;
+
+  /// One node, allocated in one block: the stored hash of its key, the next
+  /// node of the same bucket, the value and the key. The key comes last, so
+  /// that a key kept as text can run on past the node in the same block.
   struct CEntry {
-    CEntry(unsigned int hash, const K& key, const V& value, CEntry* next)
-        : m_hash(hash), m_key(key), m_value(value), m_next(next) {}
     template <class Q>
     CEntry(unsigned int hash, const Q& key, const V& value, CEntry* next)
-        : m_hash(hash), m_key(key), m_value(value), m_next(next) {}
+        : m_hash(hash), m_next(next), m_value(value), m_key(key) {}
     unsigned int m_hash;
-    K m_key;
-    V m_value;
     CEntry* m_next;
+    V m_value;
+    StoredKey m_key;
   };
 
   /// Walks the buckets from first to last and each chain from its head,
@@ -68,9 +83,9 @@ class CHashtable : public vesk::base::CBase {
     bool HasMoreElements() const override { return m_next != nullptr; }
     K& GetNextElement() override {
       if (!m_next) throw CNoSuchElementException(Traits::Source(), __LINE__);
-      CEntry* entry = m_next;
-      Advance(entry);
-      return entry->m_key;
+      K& key = Traits::Expose(m_next->m_key, m_current);
+      Advance(m_next);
+      return key;
     }
 
    private:
@@ -89,6 +104,7 @@ class CHashtable : public vesk::base::CBase {
     const CHashtable* m_table;
     unsigned int m_bucket;
     CEntry* m_next;
+    K m_current;  // the key last handed out, when keys are stored in another form
   };
 
   explicit CHashtable(unsigned int capacity = 101, float loadFactor = 0.75f)
@@ -203,7 +219,7 @@ class CHashtable : public vesk::base::CBase {
     for (unsigned int i = 0; i < m_bucketCount; ++i) {
       CEntry** link = &m_buckets[i];
       while (CEntry* e = *link) {
-        if (remove(static_cast<const K&>(e->m_key), static_cast<const V&>(e->m_value))) {
+        if (remove(static_cast<const StoredKey&>(e->m_key), static_cast<const V&>(e->m_value))) {
           *link = e->m_next;
           --m_count;
           DeleteEntry(e);
@@ -222,7 +238,8 @@ class CHashtable : public vesk::base::CBase {
     return CEnumeration<K>(new (Traits::Source(), __LINE__) CKeyEnumeration(*this));
   }
 
-  /// Calls visit(key, value) for every entry in the table's order.
+  /// Calls visit(key, value) for every entry in the table's order (the key in
+  /// its stored form).
   template <class F>
   void ForEach(F visit) const {
     for (unsigned int i = 0; i < m_bucketCount; ++i) {
@@ -275,7 +292,7 @@ class CHashtable : public vesk::base::CBase {
 
   template <class Q>
   static CEntry* NewEntry(unsigned int hash, const Q& key, const V& value, CEntry* next) {
-    void* block = AllocBlock(sizeof(CEntry));
+    void* block = AllocBlock(sizeof(CEntry) + Traits::ExtraBytes(key));
     if (!block) throw vesk::base::CMemoryException(Traits::Source(), __LINE__);
     try {
       return ::new (block) CEntry(hash, key, value, next);
@@ -332,7 +349,7 @@ class CHashtable : public vesk::base::CBase {
       for (unsigned int i = 0; i < other.m_bucketCount; ++i) {
         CEntry** tail = &m_buckets[i];
         for (CEntry* e = other.m_buckets[i]; e; e = e->m_next) {
-          *tail = NewEntry(e->m_hash, e->m_key, e->m_value, nullptr);
+          *tail = NewEntry(e->m_hash, Traits::Copyable(e->m_key), e->m_value, nullptr);
           tail = &(*tail)->m_next;
           ++m_count;
         }

@@ -3,6 +3,7 @@
 #ifndef VESK_UTIL_STRINGHASHTABLE_H
 #define VESK_UTIL_STRINGHASHTABLE_H
 
+#include <cstddef>
 #include <cstring>
 
 #include "vesk/base/IllegalArgumentException.h"
@@ -12,21 +13,69 @@
 namespace vesk {
 namespace util {
 
-/// Keys of CStringHashtable: stored as CString, looked up by text with the
-/// library's string hash and case-sensitive byte equality.
+/// Keys of CStringHashtable: looked up by text with the library's string hash
+/// and case-sensitive byte equality, handed out as CString.
+///
+/// A node keeps its key as text in its own block, right after the node, so
+/// that each entry costs one allocation and a lookup reads one block; key
+/// enumerations hand out a CString copy of it.
 struct CStringHashTraits {
+  /// A key's text within the node that holds it: its length, then its bytes
+  /// and NUL past the end of this header (see ExtraBytes).
+  class CKey {
+   public:
+    /// Text and length, as a node copy is made from.
+    struct CText {
+      const char* text;
+      unsigned int length;
+    };
+    explicit CKey(const char* text) { Fill(text, static_cast<unsigned int>(std::strlen(text))); }
+    explicit CKey(const vesk::base::CString& text) { Fill(text, text.GetLength()); }
+    explicit CKey(const CText& text) { Fill(text.text, text.length); }
+    CKey(const CKey&) = delete;
+    CKey& operator=(const CKey&) = delete;
+
+    unsigned int GetLength() const { return m_length; }
+    const char* GetText() const { return reinterpret_cast<const char*>(this + 1); }
+
+   private:
+    void Fill(const char* text, unsigned int length) {
+      m_length = length;
+      char* target = reinterpret_cast<char*>(this + 1);
+      std::memcpy(target, text, length);
+      target[length] = '\0';
+    }
+    unsigned int m_length;
+  };
+  typedef CKey Stored;
+
   static const char* Source() { return "vesk/util/StringHashtable"; }
+
   static unsigned int Hash(const char* key) {
     return static_cast<unsigned int>(GetStringHashCode(key));
   }
   static unsigned int Hash(const vesk::base::CString& key) {
     return static_cast<unsigned int>(GetCStringHashCode(key));
   }
-  static bool Equals(const vesk::base::CString& stored, const char* key) {
-    return std::strcmp(stored, key) == 0;
+  static bool Equals(const CKey& stored, const char* key) {
+    return std::strcmp(stored.GetText(), key) == 0;
   }
-  static bool Equals(const vesk::base::CString& stored, const vesk::base::CString& key) {
-    return stored.GetLength() == key.GetLength() && std::strcmp(stored, key) == 0;
+  static bool Equals(const CKey& stored, const vesk::base::CString& key) {
+    return stored.GetLength() == key.GetLength() &&
+           std::memcmp(stored.GetText(), static_cast<const char*>(key), key.GetLength()) == 0;
+  }
+
+  // Room for the text and its NUL past the node.
+  static std::size_t ExtraBytes(const char* key) { return std::strlen(key) + 1; }
+  static std::size_t ExtraBytes(const vesk::base::CString& key) { return key.GetLength() + 1u; }
+  static std::size_t ExtraBytes(const CKey::CText& key) { return key.length + 1u; }
+  static CKey::CText Copyable(const CKey& stored) {
+    CKey::CText text = {stored.GetText(), stored.GetLength()};
+    return text;
+  }
+  static vesk::base::CString& Expose(const CKey& stored, vesk::base::CString& scratch) {
+    scratch.Set(stored.GetText(), stored.GetLength());
+    return scratch;
   }
 };
 

@@ -5,6 +5,10 @@ namespace util {
 
 using vesk::base::CString;
 
+namespace {
+typedef CStringHashTraits::CKey CKey;
+}
+
 CStringSet::CStringSet() : m_table(101, 0.75f) {}
 
 CStringSet::CStringSet(unsigned int capacity, float loadFactor) : m_table(capacity, loadFactor) {}
@@ -30,7 +34,7 @@ CEnumeration<CString> CStringSet::GetElements() const { return m_table.GetKeys()
 
 CStringSet& CStringSet::operator+=(const CStringSet& other) {
   if (this == &other) return *this;
-  other.m_table.ForEach([this](const CString& key, bool) { m_table.Put(key, true); });
+  other.m_table.ForEach([this](const CKey& key, bool) { m_table.Put(key.GetText(), true); });
   return *this;
 }
 
@@ -39,21 +43,22 @@ CStringSet& CStringSet::operator-=(const CStringSet& other) {
     m_table.Empty();
     return *this;
   }
-  other.m_table.ForEach([this](const CString& key, bool) { m_table.Remove(key); });
+  other.m_table.ForEach([this](const CKey& key, bool) { m_table.Remove(key.GetText()); });
   return *this;
 }
 
 CStringSet& CStringSet::operator*=(const CStringSet& other) {
   if (this == &other) return *this;
-  m_table.RemoveIf([&other](const CString& key, bool) { return !other.m_table.ContainsKey(key); });
+  m_table.RemoveIf(
+      [&other](const CKey& key, bool) { return !other.m_table.ContainsKey(key.GetText()); });
   return *this;
 }
 
 bool CStringSet::IsSubSetOf(const CStringSet& other) const {
   if (GetSize() > other.GetSize()) return false;
   bool subset = true;
-  m_table.ForEach([&](const CString& key, bool) {
-    if (subset && !other.m_table.ContainsKey(key)) subset = false;
+  m_table.ForEach([&](const CKey& key, bool) {
+    if (subset && !other.m_table.ContainsKey(key.GetText())) subset = false;
   });
   return subset;
 }
