@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstring>
 #include <map>
@@ -9,6 +7,8 @@
 #include <unordered_map>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "TestObjects.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
@@ -143,8 +143,41 @@ TEST(StringVectorTest, MatchesAStandardVectorOverARandomRun) {
     ASSERT_EQ(model.size(), v.GetSize());
     unsigned int expected = std::max<unsigned int>(3, (v.GetSize() + 2) / 3 * 3);
     ASSERT_EQ(expected, v.GetCapacity());
-    for (unsigned int i = 0; i < model.size(); ++i) ASSERT_EQ(model[i], v[i].operator const char*());
+    for (unsigned int i = 0; i < model.size(); ++i)
+      ASSERT_EQ(model[i], v[i].operator const char*());
   }
+}
+
+TEST(StringVectorTest, SortsLongRunsAndWithoutScratchRoom) {
+  std::mt19937 random(21);
+  std::vector<std::string> model;
+  for (int i = 0; i < 6000; ++i) model.push_back(i % 50 == 0 ? "" : RandomKey(random, 26, 12));
+  std::vector<std::string> sorted = model;
+  std::sort(sorted.begin(), sorted.end());
+  auto check = [&](const CStringVector& v) {
+    ASSERT_EQ(sorted.size(), v.GetSize());
+    for (unsigned int i = 0; i < v.GetSize(); ++i)
+      ASSERT_EQ(sorted[i], v[i].operator const char*());
+  };
+  // Random, already sorted and reversed input.
+  for (int order = 0; order < 3; ++order) {
+    CStringVector v(0, 1000);
+    if (order == 1) std::sort(model.begin(), model.end());
+    if (order == 2) std::reverse(model.begin(), model.end());
+    for (const std::string& text : model) v.AddElement(text.c_str());
+    v.Sort(&CompareStrings);
+    check(v);
+    v.RemoveAllElements();  // thousands of strings released at once
+    EXPECT_EQ(1000u, v.GetCapacity());
+  }
+  // Without room for the scratch block the vector still sorts, in place.
+  std::shuffle(model.begin(), model.end(), random);
+  CStringVector v(0, 1000);
+  for (const std::string& text : model) v.AddElement(text.c_str());
+  vesk::platform::FailAllocationAt(1);
+  v.Sort(&CompareStrings);
+  vesk::platform::FailAllocationAt(0);
+  check(v);
 }
 
 TEST(StringVectorTest, FailedAllocationsLeaveNoLeak) {
@@ -249,7 +282,8 @@ TEST(StringMapTest, KeysCaseAndGrowth) {
   EXPECT_EQ(4u, sensitive.GetCapacity());
 
   std::vector<std::string> keys;
-  for (CStringMap::CConstKeyIterator it = static_cast<const CStringMap&>(sensitive).GetKeyIterator();
+  for (CStringMap::CConstKeyIterator it =
+           static_cast<const CStringMap&>(sensitive).GetKeyIterator();
        it.HasMoreElements();)
     keys.push_back(it.GetNextElement().operator const char*());
   EXPECT_EQ((std::vector<std::string>{"Key", "b", "d", "e"}), keys);
@@ -269,7 +303,7 @@ TEST(StringMapTest, KeysCaseAndGrowth) {
 TEST(StringMapTest, MatchesAnOrderedModelAndSurvivesFailures) {
   std::mt19937 random(3);
   CStringMap map(false, 0, 3);
-  std::vector<std::pair<std::string, std::string> > model;
+  std::vector<std::pair<std::string, std::string>> model;
   auto lower = [](std::string s) {
     for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return s;

@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "TestObjects.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
@@ -158,6 +158,23 @@ TEST(UnicodeStringVectorTest, MatchesAStandardVectorOverARandomRun) {
   for (unsigned int i = 0; i < model.size(); ++i) ASSERT_EQ(model[i], Text(v[i]));
 }
 
+TEST(UnicodeStringVectorTest, SortsAndReleasesThousandsOfStrings) {
+  std::mt19937 random(8);
+  std::vector<std::u16string> model;
+  CUnicodeStringVector v(0, 512);
+  for (int i = 0; i < 5000; ++i) {
+    model.push_back(RandomText(random, 6));
+    v.AddElement(U(model.back()));
+  }
+  v.Sort(&CompareUnits);
+  std::sort(model.begin(), model.end());
+  for (unsigned int i = 0; i < model.size(); ++i) ASSERT_EQ(model[i], Text(v[i]));
+  CUnicodeStringVector copy(v);
+  v.RemoveAllElements();
+  EXPECT_EQ(512u, v.GetCapacity());
+  EXPECT_EQ(model.back(), Text(copy.GetLastElement()));
+}
+
 TEST(UnicodeStringVectorTest, FailedAllocationsLeaveNoLeak) {
   CUnicodeStringVector source(0, 2);
   for (int i = 0; i < 9; ++i) source.AddElement(U(std::u16string(i * 40, u'\u00e9')));
@@ -231,7 +248,7 @@ TEST(UnicodeStringMapTest, KeysCaseAndGrowth) {
 TEST(UnicodeStringMapTest, MatchesAnOrderedModelAndSurvivesFailures) {
   std::mt19937 random(5);
   CUnicodeStringMap map(false, 0, 3);
-  std::vector<std::pair<std::u16string, std::u16string> > model;
+  std::vector<std::pair<std::u16string, std::u16string>> model;
   // The alphabet's only case pairs are a/A, b/B, ä/Ä.
   auto fold = [](std::u16string s) {
     for (char16_t& c : s) {

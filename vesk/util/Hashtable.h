@@ -54,7 +54,7 @@ struct CHashTraits {
 /// that finds the table at its threshold rehashes to 2 * buckets + 1 first,
 /// which reverses the order within each chain. New entries go to the head
 /// of their chain.
-template <class K, class V, class Traits = CHashTraits<K> >
+template <class K, class V, class Traits = CHashTraits<K>>
 class CHashtable : public vesk::base::CBase {
  public:
   typedef typename Traits::Stored StoredKey;

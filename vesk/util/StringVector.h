@@ -56,8 +56,9 @@ class VESK_API CStringVector : public vesk::base::CBase {
   void EnsureCapacity(unsigned int n);
   void TrimToSize();
 
-  /// Sorts with the runtime's quicksort; compare receives pointers to the
-  /// stored strings (const CString*). Null raises CIllegalArgumentException.
+  /// Sorts in place by compare, which receives pointers to strings (const
+  /// CString*) and returns a negative, zero or positive order. The order
+  /// of equal elements is not promised. Null raises CIllegalArgumentException.
   void Sort(int (*compare)(const void*, const void*));
 
   /// A pass over the elements (see CStringVectorEnumeration).

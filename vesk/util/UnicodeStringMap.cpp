@@ -20,10 +20,10 @@ const char* const kSource = "vesk/util/UnicodeStringMap";
 }
 
 // A view of a map's arrays through the shared pair operations.
-#define VESK_PAIRS_OF(map)                                                                \
-  (internal::CStringPairs<CUnicodeString, unsigned short>{(map).m_keysCaseSensitive, (map).m_keys,         \
-                                         (map).m_values, (map).m_size, (map).m_capacity, \
-                                         (map).m_growthStep, kSource})
+#define VESK_PAIRS_OF(map)                                                                     \
+  (internal::CStringPairs<CUnicodeString, unsigned short>{                                     \
+      (map).m_keysCaseSensitive, (map).m_keys, (map).m_values, (map).m_size, (map).m_capacity, \
+      (map).m_growthStep, kSource})
 #define VESK_PAIRS VESK_PAIRS_OF(*this)
 
 CUnicodeString& CUnicodeStringMap::CKeyIterator::GetNextElement() {
@@ -37,7 +37,7 @@ const CUnicodeString& CUnicodeStringMap::CConstKeyIterator::GetNextElement() {
 }
 
 CUnicodeStringMap::CUnicodeStringMap(bool keysCaseSensitive, unsigned int initialCapacity,
-                       unsigned int growthStep)
+                                     unsigned int growthStep)
     : m_keysCaseSensitive(keysCaseSensitive),
       m_keys(nullptr),
       m_values(nullptr),

@@ -40,7 +40,7 @@ class VESK_API CUnicodeStringMap : public vesk::base::CBase {
   /// A growth step of 0 becomes 5; a non-zero initial capacity is allocated
   /// at once.
   explicit CUnicodeStringMap(bool keysCaseSensitive = true, unsigned int initialCapacity = 0,
-                      unsigned int growthStep = 5);
+                             unsigned int growthStep = 5);
   CUnicodeStringMap(const CUnicodeStringMap& other);
   CUnicodeStringMap& operator=(const CUnicodeStringMap& other);
   ~CUnicodeStringMap();

@@ -20,12 +20,19 @@ const char* const kSource = "vesk/util/UnicodeStringVector";
 }
 
 CUnicodeStringVector::CUnicodeStringVector(unsigned int initialCapacity, unsigned int growthStep)
-    : m_elements(nullptr), m_size(0), m_capacity(0), m_growthStep(growthStep == 0 ? 10 : growthStep) {
+    : m_elements(nullptr),
+      m_size(0),
+      m_capacity(0),
+      m_growthStep(growthStep == 0 ? 10 : growthStep) {
   internal::AllocSlots(m_elements, m_capacity, initialCapacity, m_growthStep, kSource, __LINE__);
 }
 
 CUnicodeStringVector::CUnicodeStringVector(const CUnicodeStringVector& other)
-    : CBase(other), m_elements(nullptr), m_size(0), m_capacity(0), m_growthStep(other.m_growthStep) {
+    : CBase(other),
+      m_elements(nullptr),
+      m_size(0),
+      m_capacity(0),
+      m_growthStep(other.m_growthStep) {
   internal::CopyStrings(m_elements, m_size, m_capacity, m_growthStep, other.m_elements,
                         other.m_size, kSource, __LINE__);
 }

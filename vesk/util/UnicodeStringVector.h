@@ -36,7 +36,9 @@ class VESK_API CUnicodeStringVector : public vesk::base::CBase {
   vesk::base::CUnicodeString& GetElementAt(unsigned int index);
   const vesk::base::CUnicodeString& GetElementAt(unsigned int index) const;
   vesk::base::CUnicodeString& operator[](unsigned int index) { return GetElementAt(index); }
-  const vesk::base::CUnicodeString& operator[](unsigned int index) const { return GetElementAt(index); }
+  const vesk::base::CUnicodeString& operator[](unsigned int index) const {
+    return GetElementAt(index);
+  }
   vesk::base::CUnicodeString& GetFirstElement() { return GetElementAt(0); }
   const vesk::base::CUnicodeString& GetFirstElement() const { return GetElementAt(0); }
   vesk::base::CUnicodeString& GetLastElement() { return GetElementAt(m_size - 1); }
@@ -56,8 +58,9 @@ class VESK_API CUnicodeStringVector : public vesk::base::CBase {
   void EnsureCapacity(unsigned int n);
   void TrimToSize();
 
-  /// Sorts with the runtime's quicksort; compare receives pointers to the
-  /// stored strings (const CUnicodeString*). Null raises CIllegalArgumentException.
+  /// Sorts in place by compare, which receives pointers to strings (const
+  /// CUnicodeString*) and returns a negative, zero or positive order. The order
+  /// of equal elements is not promised. Null raises CIllegalArgumentException.
   void Sort(int (*compare)(const void*, const void*));
 
   /// A pass over the elements (see CUnicodeStringVectorEnumeration).

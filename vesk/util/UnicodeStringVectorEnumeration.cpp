@@ -18,7 +18,8 @@ vesk::base::CUnicodeString& CUnicodeStringVectorEnumeration::GetNextElement() {
   if (!internal::StepEnumeration(m_index, m_vector->GetSize()))
     VESK_THROW("vesk/util/UnicodeStringVectorEnumeration", CNoSuchElementException);
   // The enumeration hands out the vector's own element, as the vector does.
-  return const_cast<CUnicodeStringVector*>(m_vector)->GetElementAt(static_cast<unsigned int>(m_index));
+  return const_cast<CUnicodeStringVector*>(m_vector)->GetElementAt(
+      static_cast<unsigned int>(m_index));
 }
 
 }  // namespace util
