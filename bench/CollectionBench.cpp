@@ -1,5 +1,7 @@
 // CStringHashtable and CStringVector next to the standard containers, on the
-// same keys in the same run.
+// same keys in the same run. On a shared machine compare CPU times from
+//   --benchmark_repetitions=5 --benchmark_enable_random_interleaving=true
+// so that both sides see the same load.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
