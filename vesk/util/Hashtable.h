@@ -74,7 +74,9 @@ class CHashtable : public vesk::base::CBase {
 
   /// Walks the buckets from first to last and each chain from its head,
   /// returning each key in turn. The table must outlive the enumeration and
-  /// stay unchanged while it is walked.
+  /// stay unchanged while it is walked. When the table keeps its keys in
+  /// another form than K, the key returned is the enumeration's own copy,
+  /// valid until the next call.
   class CKeyEnumeration : public IEnumeration<K> {
    public:
     explicit CKeyEnumeration(const CHashtable& table) : m_table(&table), m_bucket(0), m_next(0) {
