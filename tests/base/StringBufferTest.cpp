@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/base/StringBuffer.h"
@@ -12,12 +13,9 @@ using vesk::base::CMemoryException;
 using vesk::base::CString;
 using vesk::base::CStringBuffer;
 namespace platform = vesk::platform;
+using vesk::testing::FaultGuard;
 
 namespace {
-
-struct FaultGuard {
-  ~FaultGuard() { platform::FailAllocationAt(0); }
-};
 
 TEST(StringBuffer, GrowthStepIsAtLeastEightAndRoundsUp) {
   CStringBuffer small(3);

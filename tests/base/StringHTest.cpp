@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/base/StringH.h"
@@ -11,12 +12,9 @@ using vesk::base::CMemoryException;
 using vesk::base::CString;
 using vesk::base::CStringH;
 namespace platform = vesk::platform;
+using vesk::testing::FaultGuard;
 
 namespace {
-
-struct FaultGuard {
-  ~FaultGuard() { platform::FailAllocationAt(0); }
-};
 
 TEST(StringH, EmptyHandleStringHasNoText) {
   CStringH h;

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/base/StringH.h"
@@ -18,6 +19,8 @@ using vesk::base::CStringData;
 using vesk::base::CStringH;
 namespace platform = vesk::platform;
 namespace internal = vesk::base::internal;
+using vesk::testing::FailEachAllocationInTurn;
+using vesk::testing::FaultGuard;
 
 namespace {
 
@@ -25,22 +28,6 @@ namespace {
 const CStringData* Header(const CString& s) {
   const char* text = s;
   return *text ? reinterpret_cast<const CStringData*>(text) - 1 : nullptr;
-}
-
-struct FaultGuard {
-  ~FaultGuard() { platform::FailAllocationAt(0); }
-};
-
-// Heap blocks that belong to nobody: live allocations minus the blocks the
-// string pools keep in reserve.
-long Outstanding() {
-  internal::ReturnThreadStringBlocks();
-  long reserve = 0;
-  for (unsigned int c = 64; c <= 1024; c *= 2) {
-    reserve += internal::NarrowStringPool(c)->GetFreeCount();
-    reserve += internal::WideStringPool(c)->GetFreeCount();
-  }
-  return platform::LiveAllocations() - reserve;
 }
 
 const unsigned short kEuro = 0x20AC;
@@ -566,34 +553,10 @@ TEST(String, FormatRetriesAResultOfExactly1023Characters) {
   EXPECT_EQ(text1023, static_cast<const char*>(s));  // unchanged
 }
 
-// Runs body with the nth allocation failing for n = 1, 2, ... until it
-// succeeds; every failure must be a CMemoryException and leave nothing behind.
-template <typename Body>
-void ForEachAllocationFailure(Body body) {
-  FaultGuard guard;
-  for (unsigned long n = 1; n < 200; ++n) {
-    long start = Outstanding();
-    bool failed = false;
-    platform::FailAllocationAt(n);
-    try {
-      body();
-    } catch (const CMemoryException&) {
-      failed = true;
-    }
-    platform::FailAllocationAt(0);
-    EXPECT_EQ(start, Outstanding()) << "failure at allocation " << n;
-    if (!failed) {
-      EXPECT_GT(n, 10u) << "too few allocations to exercise the failure paths";
-      return;
-    }
-  }
-  ADD_FAILURE() << "still failing after 200 allocations";
-}
-
 TEST(String, AllocationFailuresThrowAndLeakNothing) {
   const std::string big(3000, 'b');
   const unsigned short wide[] = {'w', kEuro, 0xD83D, 0xDE00, 0};
-  ForEachAllocationFailure([&] {
+  int failures = FailEachAllocationInTurn([&] {
     CString a(big.c_str());
     CString b("small");
     CString c(a);
@@ -607,6 +570,7 @@ TEST(String, AllocationFailuresThrowAndLeakNothing) {
     f.EnsureCapacity(4000);
     f.MakeUpper();
   });
+  EXPECT_GE(failures, 10) << "too few allocations to exercise the failure paths";
 }
 
 TEST(String, LargeBufferFailureNamesTheStringSource) {

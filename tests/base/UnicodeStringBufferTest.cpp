@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/base/StringBuffer.h"
@@ -15,23 +16,16 @@ using vesk::base::CStringBuffer;
 using vesk::base::CUnicodeString;
 using vesk::base::CUnicodeStringBuffer;
 namespace platform = vesk::platform;
+using vesk::testing::FaultGuard;
+using vesk::testing::Units;
+using vesk::testing::W;
 
 namespace {
-
-typedef std::basic_string<unsigned short> Units;
-
-const unsigned short* W(const char16_t* text) {
-  return reinterpret_cast<const unsigned short*>(text);
-}
 
 Units UnitsOf(const CUnicodeStringBuffer& b) {
   const unsigned short* p = b;
   return p ? Units(p) : Units();
 }
-
-struct FaultGuard {
-  ~FaultGuard() { platform::FailAllocationAt(0); }
-};
 
 TEST(UnicodeStringBuffer, GrowsInStepsOfAtLeastEight) {
   CUnicodeStringBuffer b(3);

@@ -10,6 +10,7 @@
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
+#include "TestSupport.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/base/UnicodeString.h"
@@ -22,15 +23,12 @@ using vesk::base::CUnicodeString;
 using vesk::base::CUnicodeStringData;
 namespace platform = vesk::platform;
 namespace internal = vesk::base::internal;
+using vesk::testing::FailEachAllocationInTurn;
+using vesk::testing::FaultGuard;
+using vesk::testing::Units;
+using vesk::testing::W;
 
 namespace {
-
-typedef std::basic_string<unsigned short> Units;
-
-// 16-bit text from a UTF-16 literal.
-const unsigned short* W(const char16_t* text) {
-  return reinterpret_cast<const unsigned short*>(text);
-}
 
 Units UnitsOf(const CUnicodeString& s) {
   const unsigned short* p = s;
@@ -44,43 +42,12 @@ const CUnicodeStringData* Header(const CUnicodeString& s) {
   return *text ? reinterpret_cast<const CUnicodeStringData*>(text) - 1 : nullptr;
 }
 
-struct FaultGuard {
-  ~FaultGuard() { platform::FailAllocationAt(0); }
-};
-
-// Heap blocks that belong to nobody: live allocations minus the blocks the
-// string pools keep in reserve.
-long Outstanding() {
-  internal::ReturnThreadStringBlocks();
-  long reserve = 0;
-  for (unsigned int c = 64; c <= 1024; c *= 2) {
-    reserve += internal::NarrowStringPool(c)->GetFreeCount();
-    reserve += internal::WideStringPool(c)->GetFreeCount();
-  }
-  return platform::LiveAllocations() - reserve;
-}
-
 // Makes each allocation of op fail in turn, from the first until op gets
-// through: every failure must be a CMemoryException and leave nothing behind.
+// through (with the pools warmed up first): every failure must be a
+// CMemoryException and leave nothing behind.
 void ExpectEveryFailureClean(const std::function<void()>& op) {
-  op();  // warm the pools up
-  long before = Outstanding();
-  FaultGuard guard;
-  int failures = 0;
-  for (unsigned long n = 1; n < 200; ++n) {
-    bool threw = false;
-    platform::FailAllocationAt(n);
-    try {
-      op();
-    } catch (const CMemoryException&) {
-      threw = true;
-      ++failures;
-    }
-    platform::FailAllocationAt(0);
-    EXPECT_EQ(before, Outstanding()) << "after failing allocation " << n;
-    if (!threw) break;
-  }
-  EXPECT_GT(failures, 0) << "the operation never allocated";
+  op();
+  EXPECT_GT(FailEachAllocationInTurn(op), 0) << "the operation never allocated";
 }
 
 // Random valid UTF-16: ASCII, two- and three-byte characters and pairs.

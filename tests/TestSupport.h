@@ -1,0 +1,75 @@
+/// \file
+/// Helpers shared by the unit tests. Each section belongs to the tests named
+/// in its heading; add new helpers in a section of their own.
+#ifndef VESK_TESTS_TESTSUPPORT_H
+#define VESK_TESTS_TESTSUPPORT_H
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/internal/StringPools.h"
+#include "vesk/platform/Memory.h"
+
+namespace vesk {
+namespace testing {
+
+// --- allocation faults and leaks (string and string buffer tests) -----------
+
+/// Switches fault injection off when the scope ends, whatever a test did.
+struct FaultGuard {
+  ~FaultGuard() { platform::FailAllocationAt(0); }
+};
+
+/// Heap blocks that belong to nobody: live allocations minus the blocks the
+/// string pools keep in reserve (blocks a thread keeps go back first).
+inline long Outstanding() {
+  base::internal::ReturnThreadStringBlocks();
+  long reserve = 0;
+  for (unsigned int c = 64; c <= 1024; c *= 2) {
+    reserve += base::internal::NarrowStringPool(c)->GetFreeCount();
+    reserve += base::internal::WideStringPool(c)->GetFreeCount();
+  }
+  return platform::LiveAllocations() - reserve;
+}
+
+/// Runs op with its first, second, third ... allocation failing until a run
+/// gets through: every failure must be a CMemoryException and leave no block
+/// behind. Returns how many runs failed.
+template <typename Op>
+int FailEachAllocationInTurn(Op op) {
+  FaultGuard guard;
+  long before = Outstanding();
+  int failures = 0;
+  for (unsigned long n = 1; n < 200; ++n) {
+    bool threw = false;
+    platform::FailAllocationAt(n);
+    try {
+      op();
+    } catch (const base::CMemoryException&) {
+      threw = true;
+      ++failures;
+    }
+    platform::FailAllocationAt(0);
+    EXPECT_EQ(before, Outstanding()) << "after failing allocation " << n;
+    if (!threw) return failures;
+  }
+  ADD_FAILURE() << "still failing after 200 allocations";
+  return failures;
+}
+
+// --- 16-bit text (unicode string tests) -------------------------------------
+
+/// 16-bit units as a standard string, for comparisons with readable output.
+typedef std::basic_string<unsigned short> Units;
+
+/// 16-bit text from a UTF-16 literal.
+inline const unsigned short* W(const char16_t* text) {
+  return reinterpret_cast<const unsigned short*>(text);
+}
+
+}  // namespace testing
+}  // namespace vesk
+
+#endif
