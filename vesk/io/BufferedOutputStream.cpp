@@ -5,6 +5,7 @@
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/io/IOException.h"
+#include "vesk/io/internal/StreamState.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 
@@ -13,6 +14,10 @@ namespace io {
 
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CRef;
+
+namespace {
+const char kSource[] = "vesk/io/BufferedOutputStream";
+}  // namespace
 
 VESK_IMPLEMENT_CLASS(CBufferedOutputStream, CBufferedOutputStream,
                      "vesk::io::CBufferedOutputStream", "vesk::io::COutputStream")
@@ -31,25 +36,19 @@ CBufferedOutputStream::~CBufferedOutputStream() { platform::Free(m_buffer); }
 
 void CBufferedOutputStream::Init(COutputStream* stream, unsigned int size) {
   if (!stream) {
-    VESK_THROW("vesk/io/BufferedOutputStream", CIllegalArgumentException, "Invalid output stream.");
+    VESK_THROW(kSource, CIllegalArgumentException, "Invalid output stream.");
   }
   // The message's spelling is part of what callers have matched on.
   if (size == 0) {
-    VESK_THROW("vesk/io/BufferedOutputStream", CIllegalArgumentException, "Invaid buffer size.");
+    VESK_THROW(kSource, CIllegalArgumentException, "Invaid buffer size.");
   }
   m_buffer = static_cast<char*>(platform::Alloc(size));
-  if (!m_buffer) VESK_THROW("vesk/io/BufferedOutputStream", vesk::base::CMemoryException);
+  if (!m_buffer) VESK_THROW(kSource, vesk::base::CMemoryException);
   m_bufferSize = size;
   m_stream = stream;
 }
 
 namespace {
-
-// A plain function rather than a member, so that it inlines into every
-// operation of this exported class.
-inline void CheckOpen(const void* stream) {
-  if (!stream) VESK_THROW("vesk/io/BufferedOutputStream", CIOException, "Stream closed.");
-}
 
 // Copies the small values data streams write (2, 4 and 8 bytes) with one
 // move each; a library memcpy call would cost more than the copy.
@@ -71,48 +70,29 @@ inline void CopySmall(char* to, const char* from, unsigned int length) {
 
 }  // namespace
 
+using Buffer = internal::TWriteBuffer<char, COutputStream>;
+
+#define VESK_CHECK_OPEN() VESK_IO_CHECK_OPEN(m_stream, kSource, "Stream closed.")
+
 void CBufferedOutputStream::FlushBuffer() {
-  if (m_count > 0) {
-    m_stream->Write(m_buffer, 0, m_count);
-    m_count = 0;
-  }
+  Buffer{m_stream, m_buffer, m_bufferSize, m_count}.Flush();
 }
 
 void CBufferedOutputStream::InternalWrite(const char* buffer, unsigned int offset,
                                           unsigned int length) {
-  if (length >= m_bufferSize) {
-    FlushBuffer();
-    m_stream->Write(buffer, offset, length);
-    return;
-  }
-  unsigned int end = offset + length;
-  if (end < offset) return;  // the range wraps past 2^32
-  const char* source = buffer + offset;
-  while (length > 0) {
-    unsigned int room = m_bufferSize - m_count;
-    unsigned int piece = length < room ? length : room;
-    std::memcpy(m_buffer + m_count, source, piece);
-    m_count += piece;
-    source += piece;
-    length -= piece;
-    if (m_count == m_bufferSize) FlushBuffer();
-  }
+  Buffer{m_stream, m_buffer, m_bufferSize, m_count}.Write(buffer, offset, length);
 }
 
-void CBufferedOutputStream::InternalClose() {
-  COutputStream* stream = m_stream;
-  m_stream = nullptr;  // closed even when the wrapped close fails
-  stream->Close();
-}
+void CBufferedOutputStream::InternalClose() { internal::CloseWrapped(m_stream); }
 
 void CBufferedOutputStream::Write(const char* buffer, unsigned int offset, unsigned int length) {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   if (!buffer) return;
   InternalWrite(buffer, offset, length);
 }
 
 void CBufferedOutputStream::Write(const char* buffer, unsigned int length) {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   if (!buffer) return;
   // A value that fits without filling the buffer is copied in place.
   if (length < m_bufferSize - m_count) {
@@ -124,13 +104,12 @@ void CBufferedOutputStream::Write(const char* buffer, unsigned int length) {
 }
 
 void CBufferedOutputStream::Write(char byte) {
-  CheckOpen(m_stream);
-  if (m_count == m_bufferSize) FlushBuffer();
-  m_buffer[m_count++] = byte;
+  VESK_CHECK_OPEN();
+  Buffer{m_stream, m_buffer, m_bufferSize, m_count}.Put(byte);
 }
 
 void CBufferedOutputStream::Flush() {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   FlushBuffer();
   m_stream->Flush();
 }

@@ -6,6 +6,7 @@
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/IOException.h"
+#include "vesk/io/internal/StreamState.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 #include "vesk/platform/Utf16.h"
@@ -15,6 +16,10 @@ namespace io {
 
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CRef;
+
+namespace {
+const char kSource[] = "vesk/io/BufferedWriter";
+}  // namespace
 using vesk::base::CUnicodeString;
 
 VESK_IMPLEMENT_CLASS(CBufferedWriter, CBufferedWriter, "vesk::io::CBufferedWriter",
@@ -33,62 +38,31 @@ CBufferedWriter::CBufferedWriter(const CRef<CWriter>& writer, unsigned int size)
 CBufferedWriter::~CBufferedWriter() { platform::Free(m_buffer); }
 
 void CBufferedWriter::Init(CWriter* writer, unsigned int size) {
-  if (!writer) VESK_THROW("vesk/io/BufferedWriter", CIllegalArgumentException, "Invalid writer.");
+  if (!writer) VESK_THROW(kSource, CIllegalArgumentException, "Invalid writer.");
   if (size == 0) {
-    VESK_THROW("vesk/io/BufferedWriter", CIllegalArgumentException, "Invalid buffer size.");
+    VESK_THROW(kSource, CIllegalArgumentException, "Invalid buffer size.");
   }
   m_buffer = static_cast<unsigned short*>(platform::Alloc(size * sizeof(unsigned short)));
-  if (!m_buffer) VESK_THROW("vesk/io/BufferedWriter", vesk::base::CMemoryException);
+  if (!m_buffer) VESK_THROW(kSource, vesk::base::CMemoryException);
   m_bufferSize = size;
   m_stream = writer;
 }
 
-namespace {
+using Buffer = internal::TWriteBuffer<unsigned short, CWriter>;
 
-// A plain function rather than a member, so that it inlines into every
-// operation of this exported class.
-inline void CheckOpen(const void* stream) {
-  if (!stream) VESK_THROW("vesk/io/BufferedWriter", CIOException, "Writer closed.");
-}
+#define VESK_CHECK_OPEN() VESK_IO_CHECK_OPEN(m_stream, kSource, "Writer closed.")
 
-}  // namespace
-
-void CBufferedWriter::FlushBuffer() {
-  if (m_count > 0) {
-    m_stream->Write(m_buffer, 0, m_count);
-    m_count = 0;
-  }
-}
+void CBufferedWriter::FlushBuffer() { Buffer{m_stream, m_buffer, m_bufferSize, m_count}.Flush(); }
 
 void CBufferedWriter::InternalWrite(const unsigned short* chars, unsigned int offset,
                                     unsigned int length) {
-  if (length >= m_bufferSize) {
-    FlushBuffer();
-    m_stream->Write(chars, offset, length);
-    return;
-  }
-  unsigned int end = offset + length;
-  if (end < offset) return;  // the range wraps past 2^32
-  const unsigned short* source = chars + offset;
-  while (length > 0) {
-    unsigned int room = m_bufferSize - m_count;
-    unsigned int piece = length < room ? length : room;
-    std::memcpy(m_buffer + m_count, source, piece * sizeof(unsigned short));
-    m_count += piece;
-    source += piece;
-    length -= piece;
-    if (m_count == m_bufferSize) FlushBuffer();
-  }
+  Buffer{m_stream, m_buffer, m_bufferSize, m_count}.Write(chars, offset, length);
 }
 
-void CBufferedWriter::InternalClose() {
-  CWriter* writer = m_stream;
-  m_stream = nullptr;  // closed even when the wrapped close fails
-  writer->Close();
-}
+void CBufferedWriter::InternalClose() { internal::CloseWrapped(m_stream); }
 
 void CBufferedWriter::Write(const CUnicodeString& text, unsigned int offset, unsigned int length) {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   unsigned int textLength = text.GetLength();
   if (offset >= textLength) return;
   if (length > textLength - offset) length = textLength - offset;
@@ -96,37 +70,36 @@ void CBufferedWriter::Write(const CUnicodeString& text, unsigned int offset, uns
 }
 
 void CBufferedWriter::Write(const CUnicodeString& text) {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   if (text.IsEmpty()) return;
   InternalWrite(static_cast<const unsigned short*>(text), 0, text.GetLength());
 }
 
 void CBufferedWriter::Write(const unsigned short* chars, unsigned int offset, unsigned int length) {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   if (!chars) return;
   InternalWrite(chars, offset, length);
 }
 
 void CBufferedWriter::Write(const unsigned short* chars, unsigned int length) {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   if (!chars) return;
   InternalWrite(chars, 0, length);
 }
 
 void CBufferedWriter::Write(const unsigned short* chars) {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   if (!chars) return;
   InternalWrite(chars, 0, platform::Utf16Length(chars));
 }
 
 void CBufferedWriter::Write(unsigned short ch) {
-  CheckOpen(m_stream);
-  if (m_count == m_bufferSize) FlushBuffer();
-  m_buffer[m_count++] = ch;
+  VESK_CHECK_OPEN();
+  Buffer{m_stream, m_buffer, m_bufferSize, m_count}.Put(ch);
 }
 
 void CBufferedWriter::Flush() {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   FlushBuffer();
   m_stream->Flush();
 }

@@ -5,6 +5,7 @@
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/io/IOException.h"
+#include "vesk/io/internal/StreamState.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 
@@ -23,13 +24,7 @@ namespace {
 const char kSource[] = "vesk/io/DataInputStream";
 }  // namespace
 
-// Kept out of line: the per-value paths stay small.
-[[noreturn]] __attribute__((noinline, cold)) static void ThrowClosed(unsigned int line) {
-  throw CIOException(kSource, line, "Stream closed.");
-}
-
-#define VESK_CHECK_OPEN() \
-  if (__builtin_expect(!m_stream, 0)) ThrowClosed(__LINE__)
+#define VESK_CHECK_OPEN() VESK_IO_CHECK_OPEN(m_stream, kSource, "Stream closed.")
 
 CDataInputStream::CDataInputStream(const CRef<CInputStream>& stream)
     : m_streamRef(stream), m_stream(stream.Get()) {

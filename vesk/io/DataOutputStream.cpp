@@ -6,6 +6,7 @@
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/String.h"
 #include "vesk/io/IOException.h"
+#include "vesk/io/internal/StreamState.h"
 #include "vesk/platform/Throw.h"
 
 namespace vesk {
@@ -35,13 +36,7 @@ inline void PutBig32(char* out, unsigned int v) {
 }
 }  // namespace
 
-// Kept out of line: the per-value paths stay small.
-[[noreturn]] __attribute__((noinline, cold)) static void ThrowClosed(unsigned int line) {
-  throw CIOException(kSource, line, "Stream closed.");
-}
-
-#define VESK_CHECK_OPEN() \
-  if (__builtin_expect(!m_stream, 0)) ThrowClosed(__LINE__)
+#define VESK_CHECK_OPEN() VESK_IO_CHECK_OPEN(m_stream, kSource, "Stream closed.")
 
 namespace {
 CBufferedOutputStream* ExactlyBuffered(COutputStream* stream) {

@@ -1,10 +1,9 @@
 #include "vesk/io/PushbackReader.h"
 
-#include <cstring>
-
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/io/IOException.h"
+#include "vesk/io/internal/StreamState.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 
@@ -13,6 +12,10 @@ namespace io {
 
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CRef;
+
+namespace {
+const char kSource[] = "vesk/io/PushbackReader";
+}  // namespace
 
 VESK_IMPLEMENT_CLASS(CPushbackReader, CPushbackReader, "vesk::io::CPushbackReader",
                      "vesk::io::CReader")
@@ -30,43 +33,25 @@ CPushbackReader::CPushbackReader(const CRef<CReader>& reader, unsigned int size)
 CPushbackReader::~CPushbackReader() { platform::Free(m_buffer); }
 
 void CPushbackReader::Init(CReader* reader, unsigned int size) {
-  if (!reader) VESK_THROW("vesk/io/PushbackReader", CIllegalArgumentException, "Invalid reader.");
+  if (!reader) VESK_THROW(kSource, CIllegalArgumentException, "Invalid reader.");
   if (size == 0) {
-    VESK_THROW("vesk/io/PushbackReader", CIllegalArgumentException,
-               "Invalid pushback buffer size.");
+    VESK_THROW(kSource, CIllegalArgumentException, "Invalid pushback buffer size.");
   }
   m_buffer = static_cast<unsigned short*>(platform::Alloc(size * sizeof(unsigned short)));
-  if (!m_buffer) VESK_THROW("vesk/io/PushbackReader", vesk::base::CMemoryException);
+  if (!m_buffer) VESK_THROW(kSource, vesk::base::CMemoryException);
   m_bufferSize = size;
   m_position = size;
   m_stream = reader;
 }
 
-namespace {
+using Buffer = internal::TPushbackBuffer<unsigned short, CReader>;
 
-// A plain function rather than a member, so that it inlines into every
-// operation of this exported class.
-inline void CheckOpen(const void* stream) {
-  if (!stream) VESK_THROW("vesk/io/PushbackReader", CIOException, "Reader closed.");
-}
-
-}  // namespace
+#define VESK_CHECK_OPEN() VESK_IO_CHECK_OPEN(m_stream, kSource, "Reader closed.")
 
 int CPushbackReader::Read(unsigned short* buffer, unsigned int offset, unsigned int length) {
-  CheckOpen(m_stream);
+  VESK_CHECK_OPEN();
   if (!buffer) return length == 0 ? 0 : Skip(length);
-  if (length == 0) return 0;
-  unsigned int pushed = m_bufferSize - m_position;
-  if (length < pushed) {
-    std::memcpy(buffer + offset, m_buffer + m_position, length * sizeof(unsigned short));
-    m_position += length;
-    return static_cast<int>(length);
-  }
-  std::memcpy(buffer + offset, m_buffer + m_position, pushed * sizeof(unsigned short));
-  m_position = m_bufferSize;
-  // At the end of the wrapped reader this gives pushed - 1; callers of the
-  // library rely on that figure.
-  return m_stream->Read(buffer, offset + pushed, length - pushed) + static_cast<int>(pushed);
+  return Buffer{m_stream, m_buffer, m_bufferSize, m_position}.Read(buffer, offset, length);
 }
 
 int CPushbackReader::Read(unsigned short* buffer, unsigned int length) {
@@ -74,40 +59,27 @@ int CPushbackReader::Read(unsigned short* buffer, unsigned int length) {
 }
 
 int CPushbackReader::Read() {
-  CheckOpen(m_stream);
-  if (m_position < m_bufferSize) return m_buffer[m_position++];
-  return m_stream->Read();
+  VESK_CHECK_OPEN();
+  return Buffer{m_stream, m_buffer, m_bufferSize, m_position}.Read();
 }
 
 int CPushbackReader::Skip(unsigned int count) {
-  CheckOpen(m_stream);
-  if (count == 0) return 0;
-  unsigned int pushed = m_bufferSize - m_position;
-  if (pushed <= count) {
-    m_position = m_bufferSize;
-    return m_stream->Skip(count - pushed) + static_cast<int>(pushed);
-  }
-  m_position += count;
-  return static_cast<int>(count);
+  VESK_CHECK_OPEN();
+  return Buffer{m_stream, m_buffer, m_bufferSize, m_position}.Skip(count);
 }
 
 void CPushbackReader::Reset() {
-  CheckOpen(m_stream);
-  m_position = m_bufferSize;
-  m_stream->Reset();
+  VESK_CHECK_OPEN();
+  Buffer{m_stream, m_buffer, m_bufferSize, m_position}.Reset();
 }
 
 void CPushbackReader::Close() {
-  CheckOpen(m_stream);
-  CReader* reader = m_stream;
-  m_stream = nullptr;  // closed even when the wrapped close fails
-  reader->Close();
+  VESK_CHECK_OPEN();
+  internal::CloseWrapped(m_stream);
 }
 
 void CPushbackReader::Unread(unsigned short ch) {
-  if (m_position == 0) {
-    VESK_THROW("vesk/io/PushbackReader", CIOException, "Pushback buffer is full.");
-  }
+  if (m_position == 0) VESK_THROW(kSource, CIOException, "Pushback buffer is full.");
   m_buffer[--m_position] = ch;
 }
 
@@ -117,12 +89,8 @@ void CPushbackReader::Unread(const unsigned short* chars, unsigned int length) {
 
 void CPushbackReader::Unread(const unsigned short* chars, unsigned int offset,
                              unsigned int length) {
-  if (length > m_position) {
-    VESK_THROW("vesk/io/PushbackReader", CIOException, "Pushback buffer is full.");
-  }
-  if (!chars || length == 0) return;
-  m_position -= length;
-  std::memcpy(m_buffer + m_position, chars + offset, length * sizeof(unsigned short));
+  if (length > m_position) VESK_THROW(kSource, CIOException, "Pushback buffer is full.");
+  Buffer{m_stream, m_buffer, m_bufferSize, m_position}.Unread(chars, offset, length);
 }
 
 }  // namespace io
