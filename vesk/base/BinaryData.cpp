@@ -223,31 +223,6 @@ void ParseBinHex(const Unit* text, unsigned int textLength, char*& data, unsigne
 
 // --- building the output text -------------------------------------------------
 
-/// Builds an encoded text of `units` units in a fresh string: the string is
-/// sized once, then filled from a small stack block a chunk at a time, so
-/// the text is written once into memory the string already owns. The
-/// output is replaced only when the whole text is built.
-/// Encode(in, n, out) encodes n bytes; inPerChunk bytes give kChunkUnits units.
-constexpr std::size_t kChunkUnits = 16384;
-
-template <typename Str, typename Unit, typename Encode>
-void BuildText(const char* data, std::size_t length, std::size_t units, std::size_t inPerChunk,
-               Encode encode, Str& out) {
-  Str text;
-  text.EnsureCapacity(static_cast<unsigned int>(units));
-  Unit chunk[kChunkUnits + 1];
-  const unsigned char* in = reinterpret_cast<const unsigned char*>(data);
-  while (length > 0) {
-    std::size_t n = length < inPerChunk ? length : inPerChunk;
-    std::size_t produced = encode(in, n, chunk);
-    chunk[produced] = 0;
-    text += chunk;
-    in += n;
-    length -= n;
-  }
-  out = text;
-}
-
 /// Encoded texts longer than a string can hold cannot be built.
 void CheckTextLength(std::size_t units) {
   if (units >= 0xFFFFFFFFu) VESK_THROW(kSource, CMemoryException);
@@ -257,12 +232,83 @@ inline void CheckData(const char* data) {
   if (!data) VESK_THROW(kSource, CIllegalArgumentException, "Illegal data pointer.");
 }
 
-inline void CheckText(const void* text) {
-  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid value buffer.");
+/// The two text encodings: Units(n) is the text length of n bytes, and
+/// kInPerChunk bytes encode to kChunkUnits units at the most.
+constexpr std::size_t kChunkUnits = 16384;
+
+struct Base64Codec {
+  static constexpr std::size_t kInPerChunk = kChunkUnits / 4 * 3;
+  static std::size_t Units(std::size_t n) { return Base64Length(n); }
+  template <typename Unit>
+  static void Encode(const unsigned char* in, std::size_t n, Unit* out) {
+    EncodeBase64(in, n, out);
+  }
+};
+
+struct BinHexCodec {
+  static constexpr std::size_t kInPerChunk = kChunkUnits / 2;
+  static std::size_t Units(std::size_t n) { return n * 2; }
+  template <typename Unit>
+  static void Encode(const unsigned char* in, std::size_t n, Unit* out) {
+    EncodeBinHex(in, n, out);
+  }
+};
+
+/// Encodes length bytes at data into out (Str holds Unit). Zero bytes give
+/// the empty text (the size formula has nothing to round up from). The text
+/// is sized once, then filled from a small stack block a chunk at a time,
+/// so it is written once into memory the string already owns; out is
+/// replaced only when the whole text is built.
+template <typename Codec, typename Str, typename Unit>
+void EncodeText(const char* data, unsigned int length, Str& out) {
+  CheckData(data);
+  if (length == 0) {
+    out.Empty();
+    return;
+  }
+  std::size_t units = Codec::Units(length);
+  CheckTextLength(units);
+  Str text;
+  text.EnsureCapacity(static_cast<unsigned int>(units));
+  Unit chunk[kChunkUnits + 1];
+  const unsigned char* in = reinterpret_cast<const unsigned char*>(data);
+  std::size_t left = length;
+  while (left > 0) {
+    std::size_t n = left < Codec::kInPerChunk ? left : Codec::kInPerChunk;
+    Codec::Encode(in, n, chunk);
+    chunk[Codec::Units(n)] = 0;
+    text += chunk;
+    in += n;
+    left -= n;
+  }
+  out = text;
 }
 
-inline void CheckExplicitLength(unsigned int length) {
-  if (length == 0) VESK_THROW(kSource, CIllegalArgumentException, "Invalid value buffer length.");
+inline unsigned int TextLength(const char* text) {
+  return static_cast<unsigned int>(std::strlen(text));
+}
+inline unsigned int TextLength(const unsigned short* text) { return platform::Utf16Length(text); }
+
+/// Binhex text handed over as a pointer, zero-terminated or (textLength not
+/// null) of an explicit length that may not be 0.
+template <typename Unit>
+void ParseBinHexPointer(const Unit* text, const unsigned int* textLength, char*& data,
+                        unsigned int& length) {
+  data = nullptr;
+  length = 0;
+  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid value buffer.");
+  if (textLength && *textLength == 0) {
+    VESK_THROW(kSource, CIllegalArgumentException, "Invalid value buffer length.");
+  }
+  ParseBinHex(text, textLength ? *textLength : TextLength(text), data, length);
+}
+
+/// A new block holding a copy of length (> 0) bytes at data.
+char* CopyBlock(const char* data, unsigned int length) {
+  char* block = static_cast<char*>(platform::Alloc(length));
+  if (!block) VESK_THROW(kSource, CMemoryException);
+  std::memcpy(block, data, length);
+  return block;
 }
 
 }  // namespace
@@ -282,28 +328,19 @@ CBinaryData::CBinaryData(unsigned int length) : m_data(nullptr), m_length(0) {
 CBinaryData::CBinaryData(const char* data, unsigned int length) : m_data(nullptr), m_length(0) {
   if (!data) VESK_THROW(kSource, CIllegalArgumentException, "Invalid binary data.");
   if (length == 0) return;
-  m_data = static_cast<char*>(platform::Alloc(length));
-  if (!m_data) VESK_THROW(kSource, CMemoryException);
-  std::memcpy(m_data, data, length);
+  m_data = CopyBlock(data, length);
   m_length = length;
 }
 
 CBinaryData::CBinaryData(const CBinaryData& other) : CBase(other), m_data(nullptr), m_length(0) {
   if (other.m_length == 0) return;
-  m_data = static_cast<char*>(platform::Alloc(other.m_length));
-  if (!m_data) VESK_THROW(kSource, CMemoryException);
-  std::memcpy(m_data, other.m_data, other.m_length);
+  m_data = CopyBlock(other.m_data, other.m_length);
   m_length = other.m_length;
 }
 
 CBinaryData& CBinaryData::operator=(const CBinaryData& other) {
   if (this == &other) return *this;
-  char* fresh = nullptr;
-  if (other.m_length != 0) {
-    fresh = static_cast<char*>(platform::Alloc(other.m_length));
-    if (!fresh) VESK_THROW(kSource, CMemoryException);
-    std::memcpy(fresh, other.m_data, other.m_length);
-  }
+  char* fresh = other.m_length != 0 ? CopyBlock(other.m_data, other.m_length) : nullptr;
   platform::Free(m_data);
   m_data = fresh;
   m_length = other.m_length;
@@ -384,23 +421,8 @@ CUnicodeString CBinaryData::ToBinHexUnicodeString() const {
 
 // --- static conversions ------------------------------------------------------------
 
-// Encoding zero bytes gives the empty text (the size formula has nothing to
-// round up from).
 void CBinaryData::ToBase64String(const char* data, unsigned int length, CString& out) {
-  CheckData(data);
-  if (length == 0) {
-    out.Empty();
-    return;
-  }
-  std::size_t units = Base64Length(length);
-  CheckTextLength(units);
-  BuildText<CString, char>(
-      data, length, units, kChunkUnits / 4 * 3,
-      [](const unsigned char* in, std::size_t n, char* to) {
-        EncodeBase64(in, n, to);
-        return Base64Length(n);
-      },
-      out);
+  EncodeText<Base64Codec, CString, char>(data, length, out);
 }
 
 CString CBinaryData::ToBase64String(const char* data, unsigned int length) {
@@ -411,20 +433,7 @@ CString CBinaryData::ToBase64String(const char* data, unsigned int length) {
 
 void CBinaryData::ToBase64UnicodeString(const char* data, unsigned int length,
                                         CUnicodeString& out) {
-  CheckData(data);
-  if (length == 0) {
-    out.Empty();
-    return;
-  }
-  std::size_t units = Base64Length(length);
-  CheckTextLength(units);
-  BuildText<CUnicodeString, unsigned short>(
-      data, length, units, kChunkUnits / 4 * 3,
-      [](const unsigned char* in, std::size_t n, unsigned short* to) {
-        EncodeBase64(in, n, to);
-        return Base64Length(n);
-      },
-      out);
+  EncodeText<Base64Codec, CUnicodeString, unsigned short>(data, length, out);
 }
 
 CUnicodeString CBinaryData::ToBase64UnicodeString(const char* data, unsigned int length) {
@@ -443,20 +452,7 @@ void CBinaryData::ParseBase64UnicodeString(const CUnicodeString& text, char*& da
 }
 
 void CBinaryData::ToBinHexString(const char* data, unsigned int length, CString& out) {
-  CheckData(data);
-  if (length == 0) {
-    out.Empty();
-    return;
-  }
-  std::size_t units = std::size_t(length) * 2;
-  CheckTextLength(units);
-  BuildText<CString, char>(
-      data, length, units, kChunkUnits / 2,
-      [](const unsigned char* in, std::size_t n, char* to) {
-        EncodeBinHex(in, n, to);
-        return n * 2;
-      },
-      out);
+  EncodeText<BinHexCodec, CString, char>(data, length, out);
 }
 
 CString CBinaryData::ToBinHexString(const char* data, unsigned int length) {
@@ -467,20 +463,7 @@ CString CBinaryData::ToBinHexString(const char* data, unsigned int length) {
 
 void CBinaryData::ToBinHexUnicodeString(const char* data, unsigned int length,
                                         CUnicodeString& out) {
-  CheckData(data);
-  if (length == 0) {
-    out.Empty();
-    return;
-  }
-  std::size_t units = std::size_t(length) * 2;
-  CheckTextLength(units);
-  BuildText<CUnicodeString, unsigned short>(
-      data, length, units, kChunkUnits / 2,
-      [](const unsigned char* in, std::size_t n, unsigned short* to) {
-        EncodeBinHex(in, n, to);
-        return n * 2;
-      },
-      out);
+  EncodeText<BinHexCodec, CUnicodeString, unsigned short>(data, length, out);
 }
 
 CUnicodeString CBinaryData::ToBinHexUnicodeString(const char* data, unsigned int length) {
@@ -494,19 +477,12 @@ void CBinaryData::ParseBinHexString(const CString& text, char*& data, unsigned i
 }
 
 void CBinaryData::ParseBinHexString(const char* text, char*& data, unsigned int& length) {
-  data = nullptr;
-  length = 0;
-  CheckText(text);
-  ParseBinHex(text, static_cast<unsigned int>(std::strlen(text)), data, length);
+  ParseBinHexPointer(text, nullptr, data, length);
 }
 
 void CBinaryData::ParseBinHexString(const char* text, unsigned int textLength, char*& data,
                                     unsigned int& length) {
-  data = nullptr;
-  length = 0;
-  CheckText(text);
-  CheckExplicitLength(textLength);
-  ParseBinHex(text, textLength, data, length);
+  ParseBinHexPointer(text, &textLength, data, length);
 }
 
 void CBinaryData::ParseBinHexUnicodeString(const CUnicodeString& text, char*& data,
@@ -516,19 +492,12 @@ void CBinaryData::ParseBinHexUnicodeString(const CUnicodeString& text, char*& da
 
 void CBinaryData::ParseBinHexUnicodeString(const unsigned short* text, char*& data,
                                            unsigned int& length) {
-  data = nullptr;
-  length = 0;
-  CheckText(text);
-  ParseBinHex(text, platform::Utf16Length(text), data, length);
+  ParseBinHexPointer(text, nullptr, data, length);
 }
 
 void CBinaryData::ParseBinHexUnicodeString(const unsigned short* text, unsigned int textLength,
                                            char*& data, unsigned int& length) {
-  data = nullptr;
-  length = 0;
-  CheckText(text);
-  CheckExplicitLength(textLength);
-  ParseBinHex(text, textLength, data, length);
+  ParseBinHexPointer(text, &textLength, data, length);
 }
 
 }  // namespace base
