@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestStreams.h"
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/String.h"
 #include "vesk/io/ConcreteWCharToCharConverterFactory.h"
@@ -23,6 +24,9 @@ using vesk::io::CWCharToCharUTF8;
 
 namespace {
 
+using vesk_test::Bytes;
+using vesk_test::ExpectThrow;
+
 typedef std::basic_string<unsigned short> U16String;
 
 /// Converts units in one call into a generous buffer; the bytes as a string.
@@ -32,22 +36,6 @@ std::string Encode(CWCharToCharConverter& c, const U16String& units) {
                     static_cast<unsigned int>(out.size()));
   EXPECT_GE(n, 0);
   return std::string(out.data(), n < 0 ? 0 : n);
-}
-
-std::string Bytes(std::initializer_list<int> list) {
-  std::string s;
-  for (int b : list) s.push_back(static_cast<char>(b));
-  return s;
-}
-
-template <class E, class F>
-void ExpectThrow(F op, const char* description) {
-  try {
-    op();
-    ADD_FAILURE() << "no exception";
-  } catch (const E& e) {
-    if (description) EXPECT_STREQ(e.GetErrorDescription(), description);
-  }
 }
 
 /// The encoding rules unit by unit, without any of the converter's speed-ups:

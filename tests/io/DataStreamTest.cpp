@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestStreams.h"
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/io/BufferedOutputStream.h"
@@ -35,6 +36,10 @@ using vesk::io::ISerializable;
 namespace platform = vesk::platform;
 
 namespace {
+
+using vesk_test::ExpectThrow;
+using vesk_test::FromU16;
+using vesk_test::ToU16;
 
 /// Collects bytes and counts what the data stream did to it.
 class CSink : public COutputStream {
@@ -107,27 +112,6 @@ class CSource : public CInputStream {
   size_t m_pos = 0;
   int* m_destroyed;
 };
-
-std::u16string ToU16(const CUnicodeString& s) {
-  const unsigned short* p = s;
-  return std::u16string(reinterpret_cast<const char16_t*>(p), s.GetLength());
-}
-
-CUnicodeString FromU16(const std::u16string& s) {
-  return CUnicodeString(reinterpret_cast<const unsigned short*>(s.c_str()),
-                        static_cast<unsigned int>(s.size()));
-}
-
-template <class E>
-void ExpectThrow(const std::function<void()>& call, const char* source, const char* description) {
-  try {
-    call();
-    ADD_FAILURE() << "no exception, expected \"" << description << "\"";
-  } catch (const E& e) {
-    EXPECT_STREQ(e.GetSourceFile(), source);
-    EXPECT_STREQ(e.GetErrorDescription(), description);
-  }
-}
 
 /// Bytes written by fill through a fresh stream of type S.
 template <class S = CDataOutputStream, class F>
@@ -213,7 +197,7 @@ TEST(JavaDataOutputStream, LengthLimit) {
   EXPECT_EQ(sink.bytes.substr(0, 2), "\xFF\xFF");
   sink.bytes.clear();
   ExpectThrow<CIOException>([&] { out.WriteString(FromU16(max + u"x")); },
-                            "vesk/io/JavaDataOutputStream", "The specified string is too long.");
+                            "The specified string is too long.", "vesk/io/JavaDataOutputStream");
   EXPECT_EQ(sink.bytes, "");
   // The native form has no such limit.
   CDataOutputStream native(&sink);
@@ -382,18 +366,18 @@ TEST(DataStreams, ObjectsWriteExactlyTheirHooksBytes) {
 
 TEST(DataStreams, ConstructorsRejectMissingStreams) {
   ExpectThrow<CIllegalArgumentException>([] { CDataInputStream in{CRef<CInputStream>()}; },
-                                         "vesk/io/DataInputStream", "Invalid input stream.");
+                                         "Invalid input stream.", "vesk/io/DataInputStream");
   ExpectThrow<CIllegalArgumentException>(
-      [] { CDataInputStream in(static_cast<CInputStream*>(nullptr)); }, "vesk/io/DataInputStream",
-      "Invalid intput stream.");
+      [] { CDataInputStream in(static_cast<CInputStream*>(nullptr)); }, "Invalid intput stream.",
+      "vesk/io/DataInputStream");
   ExpectThrow<CIllegalArgumentException>(
       [] { CJavaDataInputStream in(static_cast<CInputStream*>(nullptr)); },
-      "vesk/io/DataInputStream", "Invalid intput stream.");
+      "Invalid intput stream.", "vesk/io/DataInputStream");
   ExpectThrow<CIllegalArgumentException>([] { CDataOutputStream out{CRef<COutputStream>()}; },
-                                         "vesk/io/DataOutputStream", "Invalid output stream.");
+                                         "Invalid output stream.", "vesk/io/DataOutputStream");
   ExpectThrow<CIllegalArgumentException>(
       [] { CJavaDataOutputStream out(static_cast<COutputStream*>(nullptr)); },
-      "vesk/io/DataOutputStream", "Invalid output stream.");
+      "Invalid output stream.", "vesk/io/DataOutputStream");
 }
 
 TEST(DataStreams, SharedStreamsLiveAsLongAsTheDataStream) {
@@ -472,7 +456,7 @@ TEST(DataStreams, ForwardingAndClose) {
                                                 Point p;
                                                 in.ReadObject(p);
                                               }};
-  for (auto& call : reads) ExpectThrow<CIOException>(call, inSource, "Stream closed.");
+  for (auto& call : reads) ExpectThrow<CIOException>(call, "Stream closed.", inSource);
   const unsigned short text[] = {'a', 0};
   std::vector<std::function<void()>> writes = {
       [&] { out.Write("a", 0, 1); },
@@ -492,18 +476,18 @@ TEST(DataStreams, ForwardingAndClose) {
       [&] { out.WriteString(CUnicodeString()); },
       [&] { out.WriteString(static_cast<const unsigned short*>(nullptr)); },
       [&] { out.WriteObject(Point()); }};
-  for (auto& call : writes) ExpectThrow<CIOException>(call, outSource, "Stream closed.");
+  for (auto& call : writes) ExpectThrow<CIOException>(call, "Stream closed.", outSource);
   EXPECT_EQ(sink.bytes, "yzq!");
 
   CSink javaSink;
   CJavaDataOutputStream javaOut(&javaSink);
   javaOut.Close();
-  ExpectThrow<CIOException>([&] { javaOut.WriteString(text); }, "vesk/io/JavaDataOutputStream",
-                            "Stream closed.");
+  ExpectThrow<CIOException>([&] { javaOut.WriteString(text); }, "Stream closed.",
+                            "vesk/io/JavaDataOutputStream");
   CJavaDataInputStream javaIn(&source);
   javaIn.Close();
-  ExpectThrow<CIOException>([&] { javaIn.ReadString(); }, "vesk/io/JavaDataInputStream",
-                            "Stream closed.");
+  ExpectThrow<CIOException>([&] { javaIn.ReadString(); }, "Stream closed.",
+                            "vesk/io/JavaDataInputStream");
 }
 
 TEST(DataStreams, CloseFailureStillCloses) {
@@ -555,8 +539,8 @@ TEST(DataOutputStreamTest, ValuesOverABufferedStreamArriveInOrder) {
   ASSERT_EQ(60u, memory.GetBufferSize());
   const unsigned char* bytes = reinterpret_cast<const unsigned char*>(memory.GetBuffer());
   for (int i = 0; i < 10; ++i) {
-    const unsigned char expected[6] = {1, 2, 3, static_cast<unsigned char>(i), 0x0A,
-                                       static_cast<unsigned char>(i)};
+    const unsigned char expected[6] = {
+        1, 2, 3, static_cast<unsigned char>(i), 0x0A, static_cast<unsigned char>(i)};
     EXPECT_EQ(0, std::memcmp(expected, bytes + 6 * i, 6)) << "value " << i;
   }
 

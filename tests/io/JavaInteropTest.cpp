@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestStreams.h"
 #include "vesk/io/JavaDataInputStream.h"
 #include "vesk/io/JavaDataOutputStream.h"
 #include "vesk/io/MemoryInputStream.h"
@@ -23,6 +24,9 @@ using vesk::io::CMemoryInputStream;
 using vesk::io::CMemoryOutputStream;
 
 namespace {
+
+using vesk_test::FromU16;
+using vesk_test::ToU16;
 
 // The Java side. "read <file>" reads the fixed sequence below with
 // DataInputStream and prints one value a line (strings as hex code units);
@@ -94,16 +98,6 @@ const char kBytes[] = {0, 1, -1, -128, 127};
 std::vector<std::u16string> Strings() {
   return {u"", u"hello", u"h\u00e9", u"\u20ac\u4e2d\u0800\u07ff\u007f\uffff",
           std::u16string(21845, u'\u20ac')};
-}
-
-CUnicodeString FromU16(const std::u16string& s) {
-  return CUnicodeString(reinterpret_cast<const unsigned short*>(s.c_str()),
-                        static_cast<unsigned int>(s.size()));
-}
-
-std::u16string ToU16(const CUnicodeString& s) {
-  const unsigned short* p = s;
-  return std::u16string(reinterpret_cast<const char16_t*>(p), s.GetLength());
 }
 
 std::string Units(const std::u16string& s) {
@@ -249,7 +243,11 @@ TEST_F(JavaInterop, DeliberateDifferencesInTheBytes) {
   std::string theirs = ReadFile(file);
   const std::string jdkFloat("\x3F\x80\x00\x00", 4);
   const std::string jdkDouble("\x3F\xF0\x00\x00\x00\x00\x00\x00", 8);
-  const std::string jdkNul("\x00\x04" "a\xC0\x80" "b", 6);
+  const std::string jdkNul(
+      "\x00\x04"
+      "a\xC0\x80"
+      "b",
+      6);
   const std::string jdkSupplementary("\x00\x06\xED\xA0\xBD\xED\xB8\x80", 8);
   ASSERT_EQ(theirs, jdkFloat + jdkDouble + jdkNul + jdkSupplementary);
 
@@ -259,7 +257,9 @@ TEST_F(JavaInterop, DeliberateDifferencesInTheBytes) {
   std::string ours(memory.GetBuffer(), memory.GetBufferSize());
   EXPECT_EQ(ours, std::string("\x00\x00\x80\x3F", 4) +
                       std::string("\x00\x00\x00\x00\x00\x00\xF0\x3F", 8) +
-                      std::string("\x00\x01" "a", 3) +
+                      std::string("\x00\x01"
+                                  "a",
+                                  3) +
                       std::string("\x00\x04\xF0\x9F\x98\x80", 6));
 
   CMemoryInputStream source(theirs.data(), static_cast<unsigned int>(theirs.size()), false);

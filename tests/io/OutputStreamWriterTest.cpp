@@ -27,26 +27,13 @@ using vesk_test::U16;
 
 namespace {
 
-typedef std::basic_string<unsigned short> U16String;
+using vesk_test::Bytes;
+using vesk_test::ExpectThrow;
 
-std::string Bytes(std::initializer_list<int> list) {
-  std::string s;
-  for (int b : list) s.push_back(static_cast<char>(b));
-  return s;
-}
+typedef std::basic_string<unsigned short> U16String;
 
 std::string Contents(const CMemoryOutputStream& out) {
   return std::string(out.GetBuffer() ? out.GetBuffer() : "", out.GetBufferSize());
-}
-
-template <class E, class F>
-void ExpectThrow(F op, const char* description) {
-  try {
-    op();
-    ADD_FAILURE() << "no exception";
-  } catch (const E& e) {
-    if (description) EXPECT_STREQ(e.GetErrorDescription(), description);
-  }
 }
 
 std::string IcuUtf8(const U16String& text) {

@@ -3,11 +3,13 @@
 #ifndef VESK_TESTS_IO_TESTSTREAMS_H
 #define VESK_TESTS_IO_TESTSTREAMS_H
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "vesk/base/UnicodeString.h"
 #include "vesk/io/IOException.h"
 #include "vesk/io/InputStream.h"
 #include "vesk/io/OutputStream.h"
@@ -138,15 +140,41 @@ class CTestWriter : public vesk::io::CWriter {
   Tally* m_tally;
 };
 
+/// Expects op to throw an E; checks its description and throw-site source
+/// where they are given (not null).
+template <class E, class F>
+void ExpectThrow(F op, const char* description, const char* source = nullptr) {
+  try {
+    op();
+    ADD_FAILURE() << "no exception, expected \"" << (description ? description : "") << "\"";
+  } catch (const E& e) {
+    if (description) EXPECT_STREQ(e.GetErrorDescription(), description);
+    if (source) EXPECT_STREQ(e.GetSourceFile(), source);
+  }
+}
+
 /// Expects op to throw an exception of the library with that description.
 template <class F>
 void ExpectError(F op, const char* description) {
-  try {
-    op();
-    ADD_FAILURE() << "no exception, expected " << description;
-  } catch (const vesk::base::CException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), description);
-  }
+  ExpectThrow<vesk::base::CException>(op, description);
+}
+
+/// A byte string from values -128..255.
+inline std::string Bytes(std::initializer_list<int> list) {
+  std::string s;
+  for (int b : list) s.push_back(static_cast<char>(b));
+  return s;
+}
+
+/// A 16-bit string as a standard one, and back.
+inline std::u16string ToU16(const vesk::base::CUnicodeString& s) {
+  const unsigned short* p = s;
+  return std::u16string(reinterpret_cast<const char16_t*>(p), s.GetLength());
+}
+
+inline vesk::base::CUnicodeString FromU16(const std::u16string& s) {
+  return vesk::base::CUnicodeString(reinterpret_cast<const unsigned short*>(s.c_str()),
+                                    static_cast<unsigned int>(s.size()));
 }
 
 inline std::basic_string<unsigned short> U16(const char* ascii) {
