@@ -37,7 +37,8 @@ CReader* NewReader(Tally* t) { return new vesk_test::CTestReader(vesk_test::U16(
 CWriter* NewWriter(Tally* t) { return new vesk_test::CTestWriter(t); }
 
 template <class D, class Base, class Arg>
-void ExpectOwnership(Base* (*make)(Tally*), Arg arg) {
+void ExpectOwnership(const char* name, Base* (*make)(Tally*), Arg arg) {
+  SCOPED_TRACE(name);
   long live = platform::LiveAllocations();
   {
     Tally t;
@@ -70,42 +71,15 @@ void ExpectOwnership(Base* (*make)(Tally*), Arg arg) {
 }
 
 TEST(DecoratorTest, OwnershipFollowsTheConstructor) {
-  {
-    SCOPED_TRACE("CPrintStream");
-    ExpectOwnership<io::CPrintStream>(NewSink, true);
-  }
-  {
-    SCOPED_TRACE("CCRLFPrintStream");
-    ExpectOwnership<io::CCRLFPrintStream>(NewSink, true);
-  }
-  {
-    SCOPED_TRACE("CBase64OutputStream");
-    ExpectOwnership<io::CBase64OutputStream>(NewSink, 76u);
-  }
-  {
-    SCOPED_TRACE("CBufferedOutputStream");
-    ExpectOwnership<io::CBufferedOutputStream>(NewSink, 16u);
-  }
-  {
-    SCOPED_TRACE("CBufferedInputStream");
-    ExpectOwnership<io::CBufferedInputStream>(NewSource, 16u);
-  }
-  {
-    SCOPED_TRACE("CPushbackInputStream");
-    ExpectOwnership<io::CPushbackInputStream>(NewSource, 16u);
-  }
-  {
-    SCOPED_TRACE("CBufferedReader");
-    ExpectOwnership<io::CBufferedReader>(NewReader, 16u);
-  }
-  {
-    SCOPED_TRACE("CPushbackReader");
-    ExpectOwnership<io::CPushbackReader>(NewReader, 16u);
-  }
-  {
-    SCOPED_TRACE("CBufferedWriter");
-    ExpectOwnership<io::CBufferedWriter>(NewWriter, 16u);
-  }
+  ExpectOwnership<io::CPrintStream>("CPrintStream", NewSink, true);
+  ExpectOwnership<io::CCRLFPrintStream>("CCRLFPrintStream", NewSink, true);
+  ExpectOwnership<io::CBase64OutputStream>("CBase64OutputStream", NewSink, 76u);
+  ExpectOwnership<io::CBufferedOutputStream>("CBufferedOutputStream", NewSink, 16u);
+  ExpectOwnership<io::CBufferedInputStream>("CBufferedInputStream", NewSource, 16u);
+  ExpectOwnership<io::CPushbackInputStream>("CPushbackInputStream", NewSource, 16u);
+  ExpectOwnership<io::CBufferedReader>("CBufferedReader", NewReader, 16u);
+  ExpectOwnership<io::CPushbackReader>("CPushbackReader", NewReader, 16u);
+  ExpectOwnership<io::CBufferedWriter>("CBufferedWriter", NewWriter, 16u);
 }
 
 TEST(DecoratorTest, DestructionDropsUnflushedBytes) {
