@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "StringCollectionModels.h"
 #include "TestObjects.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
 #include "vesk/base/IllegalArgumentException.h"
@@ -58,6 +59,8 @@ TEST(StringHashTest, ShortAndLongKeys) {
   EXPECT_EQ(-5, vesk::util::GetLongHashCode(-5L));
   EXPECT_EQ(7, vesk::util::GetUnsignedLongHashCode(7UL));
 }
+
+std::string Text(const CString& s) { return s.operator const char*(); }
 
 int CompareStrings(const void* a, const void* b) {
   return std::strcmp(*static_cast<const CString*>(a), *static_cast<const CString*>(b));
@@ -114,38 +117,9 @@ TEST(StringVectorTest, MatchesAStandardVectorOverARandomRun) {
   std::mt19937 random(42);
   CStringVector v(0, 3);
   std::vector<std::string> model;
-  for (int step = 0; step < 6000; ++step) {
-    std::string text = RandomKey(random, 4, 3);
-    unsigned int op = random() % 6;
-    if (op <= 1 || model.empty()) {
-      unsigned int at = random() % (model.size() + 1);
-      v.InsertElementAt(text.c_str(), at);
-      model.insert(model.begin() + at, text);
-    } else if (op == 2) {
-      unsigned int at = random() % model.size();
-      v.RemoveElementAt(at);
-      model.erase(model.begin() + at);
-    } else if (op == 3) {
-      v.RemoveElement(text.c_str());
-      auto it = std::find(model.begin(), model.end(), text);
-      if (it != model.end()) model.erase(it);
-    } else if (op == 4) {
-      unsigned int at = random() % model.size();
-      v.SetElementAt(text.c_str(), at);
-      model[at] = text;
-    } else {
-      auto first = std::find(model.begin(), model.end(), text);
-      auto last = std::find(model.rbegin(), model.rend(), text);
-      ASSERT_EQ(first == model.end() ? -1 : first - model.begin(), v.GetIndexOf(text.c_str()));
-      ASSERT_EQ(last == model.rend() ? -1 : model.rend() - last - 1,
-                v.GetLastIndexOf(text.c_str()));
-    }
-    ASSERT_EQ(model.size(), v.GetSize());
-    unsigned int expected = std::max<unsigned int>(3, (v.GetSize() + 2) / 3 * 3);
-    ASSERT_EQ(expected, v.GetCapacity());
-    for (unsigned int i = 0; i < model.size(); ++i)
-      ASSERT_EQ(model[i], v[i].operator const char*());
-  }
+  vesk_test::RunVectorModel(
+      v, model, 3, random, 6000, [&] { return RandomKey(random, 4, 3); },
+      [](const std::string& text) { return text.c_str(); }, &Text);
 }
 
 TEST(StringVectorTest, SortsLongRunsAndWithoutScratchRoom) {
@@ -288,49 +262,24 @@ TEST(StringMapTest, KeysCaseAndGrowth) {
     keys.push_back(it.GetNextElement().operator const char*());
   EXPECT_EQ((std::vector<std::string>{"Key", "b", "d", "e"}), keys);
 
-  CStringMap copy(sensitive);
-  EXPECT_TRUE(copy == sensitive);
-  copy.Remove("b");
-  copy.Put("b", "b");  // same pairs in another order
-  EXPECT_TRUE(copy == sensitive);
-  copy.Put("b", "other");
-  EXPECT_TRUE(copy != sensitive);
-  copy.RemoveAll();
-  EXPECT_EQ(0u, copy.GetCapacity());
-  EXPECT_TRUE(copy.IsEmpty());
+  vesk_test::ExpectMapEqualityIgnoresOrder(sensitive, "b", "other");
 }
 
 TEST(StringMapTest, MatchesAnOrderedModelAndSurvivesFailures) {
   std::mt19937 random(3);
   CStringMap map(false, 0, 3);
-  std::vector<std::pair<std::string, std::string>> model;
   auto lower = [](std::string s) {
     for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return s;
   };
-  for (int step = 0; step < 4000; ++step) {
+  auto makeKey = [&] {
     std::string key = RandomKey(random, 5, 2);
     if (random() % 2) key[0] = static_cast<char>(std::toupper(key[0]));
-    std::string value = RandomKey(random, 26, 5);
-    auto found = std::find_if(model.begin(), model.end(),
-                              [&](const auto& pair) { return lower(pair.first) == lower(key); });
-    if (random() % 3 != 0) {
-      map.Put(key.c_str(), value.c_str());
-      if (found == model.end()) {
-        model.emplace_back(key, value);
-      } else {
-        found->second = value;
-      }
-    } else {
-      ASSERT_EQ(found != model.end(), map.Remove(key.c_str()));
-      if (found != model.end()) model.erase(found);
-    }
-    ASSERT_EQ(model.size(), map.GetSize());
-    for (unsigned int i = 0; i < model.size(); ++i) {
-      ASSERT_EQ(model[i].first, map.GetKeyAt(i).operator const char*());
-      ASSERT_EQ(model[i].second, map.GetAt(i).operator const char*());
-    }
-  }
+    return key;
+  };
+  ASSERT_NO_FATAL_FAILURE(vesk_test::RunMapModel(
+      map, random, 4000, makeKey, [&] { return RandomKey(random, 26, 5); }, lower,
+      [](const std::string& text) { return text.c_str(); }, &Text));
   int failures = vesk_test::RunWithEveryAllocationFailing([&] {
     CStringMap copy(map);
     copy.Put("a-new-key", "value");

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "StringCollectionModels.h"
 #include "TestObjects.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
 #include "vesk/base/IllegalArgumentException.h"
@@ -123,35 +124,9 @@ TEST(UnicodeStringVectorTest, MatchesAStandardVectorOverARandomRun) {
   std::mt19937 random(7);
   CUnicodeStringVector v(0, 3);
   std::vector<std::u16string> model;
-  for (int step = 0; step < 5000; ++step) {
-    std::u16string text = RandomText(random, 2);
-    unsigned int op = random() % 6;
-    if (op <= 1 || model.empty()) {
-      unsigned int at = random() % (model.size() + 1);
-      v.InsertElementAt(U(text), at);
-      model.insert(model.begin() + at, text);
-    } else if (op == 2) {
-      unsigned int at = random() % model.size();
-      v.RemoveElementAt(at);
-      model.erase(model.begin() + at);
-    } else if (op == 3) {
-      v.RemoveElement(U(text));
-      auto it = std::find(model.begin(), model.end(), text);
-      if (it != model.end()) model.erase(it);
-    } else if (op == 4) {
-      unsigned int at = random() % model.size();
-      v.SetElementAt(U(text), at);
-      model[at] = text;
-    } else {
-      auto first = std::find(model.begin(), model.end(), text);
-      auto last = std::find(model.rbegin(), model.rend(), text);
-      ASSERT_EQ(first == model.end() ? -1 : first - model.begin(), v.GetIndexOf(U(text)));
-      ASSERT_EQ(last == model.rend() ? -1 : model.rend() - last - 1, v.GetLastIndexOf(U(text)));
-    }
-    ASSERT_EQ(model.size(), v.GetSize());
-    ASSERT_EQ(std::max<unsigned int>(3, (v.GetSize() + 2) / 3 * 3), v.GetCapacity());
-    for (unsigned int i = 0; i < model.size(); ++i) ASSERT_EQ(model[i], Text(v[i]));
-  }
+  ASSERT_NO_FATAL_FAILURE(vesk_test::RunVectorModel(
+      v, model, 3, random, 5000, [&] { return RandomText(random, 2); },
+      [](const std::u16string& text) { return U(text); }, &Text));
   // Sorting by units agrees with the standard library's order of UTF-16 text.
   v.Sort(&CompareUnits);
   std::sort(model.begin(), model.end());
@@ -233,22 +208,12 @@ TEST(UnicodeStringMapTest, KeysCaseAndGrowth) {
     keys.push_back(Text(it.GetNextElement()));
   EXPECT_EQ((std::vector<std::u16string>{u"Key", u"b", u"d", u"e"}), keys);
 
-  CUnicodeStringMap copy(sensitive);
-  EXPECT_TRUE(copy == sensitive);
-  copy.Remove(U(u"b"));
-  copy.Put(U(u"b"), U(u"b"));  // same pairs in another order
-  EXPECT_TRUE(copy == sensitive);
-  copy.Put(U(u"b"), U(u"other"));
-  EXPECT_TRUE(copy != sensitive);
-  copy.RemoveAll();
-  EXPECT_EQ(0u, copy.GetCapacity());
-  EXPECT_TRUE(copy.IsEmpty());
+  vesk_test::ExpectMapEqualityIgnoresOrder(sensitive, U(u"b"), U(u"other"));
 }
 
 TEST(UnicodeStringMapTest, MatchesAnOrderedModelAndSurvivesFailures) {
   std::mt19937 random(5);
   CUnicodeStringMap map(false, 0, 3);
-  std::vector<std::pair<std::u16string, std::u16string>> model;
   // The alphabet's only case pairs are a/A, b/B, ä/Ä.
   auto fold = [](std::u16string s) {
     for (char16_t& c : s) {
@@ -258,29 +223,13 @@ TEST(UnicodeStringMapTest, MatchesAnOrderedModelAndSurvivesFailures) {
     }
     return s;
   };
-  for (int step = 0; step < 4000; ++step) {
+  auto makeKey = [&] {
     std::u16string key = RandomText(random, 2);
-    if (key.empty()) key = u"A";
-    std::u16string value = RandomText(random, 4);
-    auto found = std::find_if(model.begin(), model.end(),
-                              [&](const auto& pair) { return fold(pair.first) == fold(key); });
-    if (random() % 3 != 0) {
-      map.Put(U(key), U(value));
-      if (found == model.end()) {
-        model.emplace_back(key, value);
-      } else {
-        found->second = value;
-      }
-    } else {
-      ASSERT_EQ(found != model.end(), map.Remove(U(key)));
-      if (found != model.end()) model.erase(found);
-    }
-    ASSERT_EQ(model.size(), map.GetSize());
-    for (unsigned int i = 0; i < model.size(); ++i) {
-      ASSERT_EQ(model[i].first, Text(map.GetKeyAt(i)));
-      ASSERT_EQ(model[i].second, Text(map.GetAt(i)));
-    }
-  }
+    return key.empty() ? std::u16string(u"A") : key;
+  };
+  ASSERT_NO_FATAL_FAILURE(vesk_test::RunMapModel(
+      map, random, 4000, makeKey, [&] { return RandomText(random, 4); }, fold,
+      [](const std::u16string& text) { return U(text); }, &Text));
   int failures = vesk_test::RunWithEveryAllocationFailing([&] {
     CUnicodeStringMap copy(map);
     copy.Put(U(u"a-new-key"), U(u"value"));

@@ -1,39 +1,30 @@
 #include "vesk/util/StringMap.h"
 
-#include <utility>
-
-#include "vesk/base/ArrayIndexOutOfBoundsException.h"
-#include "vesk/base/IllegalArgumentException.h"
-#include "vesk/platform/Throw.h"
-#include "vesk/util/NoSuchElementException.h"
 #include "vesk/util/internal/StringPairs.h"
 
 namespace vesk {
 namespace util {
 
-using vesk::base::CArrayIndexOutOfBoundsException;
-using vesk::base::CIllegalArgumentException;
 using vesk::base::CString;
 
 namespace {
 const char* const kSource = "vesk/util/StringMap";
 }
 
-// A view of a map's arrays through the shared pair operations.
-#define VESK_PAIRS_OF(map)                                                                \
-  (internal::CStringPairs<CString, char>{(map).m_keysCaseSensitive, (map).m_keys,         \
-                                         (map).m_values, (map).m_size, (map).m_capacity, \
-                                         (map).m_growthStep, kSource})
-#define VESK_PAIRS VESK_PAIRS_OF(*this)
+// The members seen through the implementation the two string maps share.
+// Const members only read through it.
+#define VESK_PAIRS_OF(map)                                                                        \
+  (internal::CStringPairs<CString, char>{(map).m_keysCaseSensitive, (map).m_keys, (map).m_values, \
+                                         (map).m_size, (map).m_capacity, (map).m_growthStep,      \
+                                         kSource})
+#define VESK_PAIRS VESK_PAIRS_OF(*const_cast<CStringMap*>(this))
 
 CString& CStringMap::CKeyIterator::GetNextElement() {
-  if (m_index >= m_map->GetSize()) VESK_THROW(kSource, CNoSuchElementException);
-  return m_map->GetKeyAt(m_index++);
+  return internal::NextKey(*m_map, m_index, kSource, __LINE__);
 }
 
 const CString& CStringMap::CConstKeyIterator::GetNextElement() {
-  if (m_index >= m_map->GetSize()) VESK_THROW(kSource, CNoSuchElementException);
-  return m_map->GetKeyAt(m_index++);
+  return internal::NextKey(*m_map, m_index, kSource, __LINE__);
 }
 
 CStringMap::CStringMap(bool keysCaseSensitive, unsigned int initialCapacity,
@@ -47,34 +38,23 @@ CStringMap::CStringMap(bool keysCaseSensitive, unsigned int initialCapacity,
   AllocBuffer(initialCapacity);
 }
 
+// A failed copy leaves the map empty, and the finished delegated constructor
+// then lets the destructor run.
 CStringMap::CStringMap(const CStringMap& other)
-    : CBase(other),
-      m_keysCaseSensitive(other.m_keysCaseSensitive),
-      m_keys(nullptr),
-      m_values(nullptr),
-      m_size(0),
-      m_capacity(0),
-      m_growthStep(other.m_growthStep) {
+    : CStringMap(other.m_keysCaseSensitive, 0, other.m_growthStep) {
   VESK_PAIRS.CopyFrom(other.m_keys, other.m_values, other.m_size, __LINE__);
 }
 
 CStringMap& CStringMap::operator=(const CStringMap& other) {
   if (this == &other) return *this;
   CStringMap copy(other);
-  std::swap(m_keysCaseSensitive, copy.m_keysCaseSensitive);
-  std::swap(m_keys, copy.m_keys);
-  std::swap(m_values, copy.m_values);
-  std::swap(m_size, copy.m_size);
-  std::swap(m_capacity, copy.m_capacity);
-  std::swap(m_growthStep, copy.m_growthStep);
+  VESK_PAIRS.Swap(VESK_PAIRS_OF(copy));
   return *this;
 }
 
 CStringMap::~CStringMap() { ReleaseBuffer(); }
 
-void CStringMap::AllocBuffer(unsigned int n) {
-  if (n > 0) VESK_PAIRS.Resize(RoundUpToStep(n, m_growthStep), __LINE__);
-}
+void CStringMap::AllocBuffer(unsigned int n) { VESK_PAIRS.Allocate(n, __LINE__); }
 
 void CStringMap::CompactBuffer() { VESK_PAIRS.Compact(); }
 
@@ -82,86 +62,40 @@ void CStringMap::ReleaseBuffer() { VESK_PAIRS.Clear(); }
 
 void CStringMap::EnsureCapacity(unsigned int n) { VESK_PAIRS.Ensure(n, __LINE__); }
 
-void CStringMap::TrimToSize() {
-  if (m_size == 0) {
-    ReleaseBuffer();
-  } else if (m_size < m_capacity) {
-    VESK_PAIRS.Resize(m_size, __LINE__);
-  }
-}
+void CStringMap::TrimToSize() { VESK_PAIRS.Trim(__LINE__); }
 
 void CStringMap::CheckIndex(unsigned int index, int line) const {
-  if (index >= m_size) throw CArrayIndexOutOfBoundsException(kSource, static_cast<unsigned>(line));
+  internal::CheckIndex(index, m_size, kSource, line);
 }
 
-void CStringMap::Put(const char* key, const char* value) {
-  if (!key || !*key) VESK_THROW(kSource, CIllegalArgumentException, "Invalid key.");
-  int index = GetIndexOfKey(key);
-  if (index >= 0) {
-    m_values[index] = value;
-    return;
-  }
-  VESK_PAIRS.Append(key, value, __LINE__);
-}
+void CStringMap::Put(const char* key, const char* value) { VESK_PAIRS.Put(key, value, __LINE__); }
 
-CString& CStringMap::Get(const char* key) {
-  int index = GetIndexOfKey(key);
-  if (index < 0) VESK_THROW(kSource, CNoSuchElementException);
-  return m_values[index];
-}
+CString& CStringMap::Get(const char* key) { return VESK_PAIRS.ValueOf(key, __LINE__); }
 
-const CString& CStringMap::Get(const char* key) const {
-  int index = GetIndexOfKey(key);
-  if (index < 0) VESK_THROW(kSource, CNoSuchElementException);
-  return m_values[index];
-}
+const CString& CStringMap::Get(const char* key) const { return VESK_PAIRS.ValueOf(key, __LINE__); }
 
-int CStringMap::GetIndexOfKey(const char* key) const {
-  // FindKey only reads; the pairs view needs non-const references.
-  return VESK_PAIRS_OF(*const_cast<CStringMap*>(this)).FindKey(key);
-}
+int CStringMap::GetIndexOfKey(const char* key) const { return VESK_PAIRS.FindKey(key); }
 
-int CStringMap::GetIndexOf(const char* value) const {
-  if (!value) return -1;
-  return internal::FindString(m_values, m_size, value, false);
-}
+int CStringMap::GetIndexOf(const char* value) const { return VESK_PAIRS.IndexOfValue(value); }
 
-CString& CStringMap::GetKeyAt(unsigned int index) {
-  CheckIndex(index, __LINE__);
-  return m_keys[index];
-}
+CString& CStringMap::GetKeyAt(unsigned int index) { return VESK_PAIRS.KeyAt(index, __LINE__); }
 
 const CString& CStringMap::GetKeyAt(unsigned int index) const {
-  CheckIndex(index, __LINE__);
-  return m_keys[index];
+  return VESK_PAIRS.KeyAt(index, __LINE__);
 }
 
-CString& CStringMap::GetAt(unsigned int index) {
-  CheckIndex(index, __LINE__);
-  return m_values[index];
-}
+CString& CStringMap::GetAt(unsigned int index) { return VESK_PAIRS.ValueAt(index, __LINE__); }
 
 const CString& CStringMap::GetAt(unsigned int index) const {
-  CheckIndex(index, __LINE__);
-  return m_values[index];
+  return VESK_PAIRS.ValueAt(index, __LINE__);
 }
 
-bool CStringMap::Remove(const char* key) {
-  int index = GetIndexOfKey(key);
-  if (index < 0) return false;
-  VESK_PAIRS.RemoveAt(static_cast<unsigned int>(index));
-  return true;
-}
+bool CStringMap::Remove(const char* key) { return VESK_PAIRS.Remove(key); }
 
 void CStringMap::RemoveAll() { ReleaseBuffer(); }
 
 bool CStringMap::operator==(const CStringMap& other) const {
-  if (m_size != other.m_size) return false;
-  for (unsigned int i = 0; i < m_size; ++i) {
-    int index = other.GetIndexOfKey(m_keys[i]);
-    if (index < 0 || !(other.m_values[index] == m_values[i])) return false;
-  }
-  return true;
+  return VESK_PAIRS.Equals(VESK_PAIRS_OF(const_cast<CStringMap&>(other)));
 }
 
 #undef VESK_PAIRS

@@ -1,122 +1,85 @@
 #include "vesk/util/StringVector.h"
 
-#include <utility>
-
-#include "vesk/base/ArrayIndexOutOfBoundsException.h"
-#include "vesk/base/IllegalArgumentException.h"
-#include "vesk/platform/Throw.h"
 #include "vesk/util/StringVectorEnumeration.h"
 #include "vesk/util/internal/StringArray.h"
 
 namespace vesk {
 namespace util {
 
-using vesk::base::CArrayIndexOutOfBoundsException;
-using vesk::base::CIllegalArgumentException;
 using vesk::base::CString;
 
 namespace {
 const char* const kSource = "vesk/util/StringVector";
 }
 
+// The members seen through the implementation the two string vectors share.
+// Const members only read through it.
+#define VESK_BODY_OF(vector)                   \
+  (internal::CStringVectorBody<CString, char>{ \
+      (vector).m_elements, (vector).m_size, (vector).m_capacity, (vector).m_growthStep, kSource})
+#define VESK_BODY VESK_BODY_OF(*const_cast<CStringVector*>(this))
+
 CStringVector::CStringVector(unsigned int initialCapacity, unsigned int growthStep)
-    : m_elements(nullptr), m_size(0), m_capacity(0), m_growthStep(growthStep == 0 ? 10 : growthStep) {
-  internal::AllocSlots(m_elements, m_capacity, initialCapacity, m_growthStep, kSource, __LINE__);
+    : m_elements(nullptr),
+      m_size(0),
+      m_capacity(0),
+      m_growthStep(growthStep == 0 ? 10 : growthStep) {
+  VESK_BODY.Allocate(initialCapacity, __LINE__);
 }
 
-CStringVector::CStringVector(const CStringVector& other)
-    : CBase(other), m_elements(nullptr), m_size(0), m_capacity(0), m_growthStep(other.m_growthStep) {
-  internal::CopyStrings(m_elements, m_size, m_capacity, m_growthStep, other.m_elements,
-                        other.m_size, kSource, __LINE__);
+// A failed copy leaves the vector empty, and the finished delegated
+// constructor then lets the destructor run.
+CStringVector::CStringVector(const CStringVector& other) : CStringVector(0, other.m_growthStep) {
+  VESK_BODY.CopyFrom(other.m_elements, other.m_size, __LINE__);
 }
 
 CStringVector& CStringVector::operator=(const CStringVector& other) {
   if (this == &other) return *this;
   CStringVector copy(other);
-  std::swap(m_elements, copy.m_elements);
-  std::swap(m_size, copy.m_size);
-  std::swap(m_capacity, copy.m_capacity);
-  std::swap(m_growthStep, copy.m_growthStep);
+  VESK_BODY.Swap(VESK_BODY_OF(copy));
   return *this;
 }
 
-CStringVector::~CStringVector() {
-  internal::DestroyStrings(m_elements, m_size);
-  internal::FreeSlots(m_elements, m_capacity);
-}
+CStringVector::~CStringVector() { VESK_BODY.Destroy(); }
 
 void CStringVector::CheckIndex(unsigned int index, int line) const {
-  if (index >= m_size) throw CArrayIndexOutOfBoundsException(kSource, static_cast<unsigned>(line));
+  internal::CheckIndex(index, m_size, kSource, line);
 }
 
-void CStringVector::AddElement(const char* text) {
-  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid element.");
-  internal::InsertString(m_elements, m_size, m_capacity, m_growthStep, m_size, text, kSource,
-                         __LINE__);
-}
+void CStringVector::AddElement(const char* text) { VESK_BODY.Insert(text, m_size, __LINE__); }
 
 void CStringVector::InsertElementAt(const char* text, unsigned int index) {
-  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid element.");
-  if (index > m_size) VESK_THROW(kSource, CArrayIndexOutOfBoundsException);
-  internal::InsertString(m_elements, m_size, m_capacity, m_growthStep, index, text, kSource,
-                         __LINE__);
+  VESK_BODY.Insert(text, index, __LINE__);
 }
 
 void CStringVector::SetElementAt(const char* text, unsigned int index) {
-  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid element.");
-  CheckIndex(index, __LINE__);
-  m_elements[index] = text;
+  VESK_BODY.Set(text, index, __LINE__);
 }
 
-CString& CStringVector::GetElementAt(unsigned int index) {
-  CheckIndex(index, __LINE__);
-  return m_elements[index];
-}
+CString& CStringVector::GetElementAt(unsigned int index) { return VESK_BODY.At(index, __LINE__); }
 
 const CString& CStringVector::GetElementAt(unsigned int index) const {
-  CheckIndex(index, __LINE__);
-  return m_elements[index];
+  return VESK_BODY.At(index, __LINE__);
 }
 
-bool CStringVector::Contains(const char* text) const {
-  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid element.");
-  return internal::FindString(m_elements, m_size, text, false) >= 0;
-}
+bool CStringVector::Contains(const char* text) const { return VESK_BODY.Contains(text, __LINE__); }
 
-int CStringVector::GetIndexOf(const char* text) const {
-  return text ? internal::FindString(m_elements, m_size, text, false) : -1;
-}
+int CStringVector::GetIndexOf(const char* text) const { return VESK_BODY.IndexOf(text, false); }
 
-int CStringVector::GetLastIndexOf(const char* text) const {
-  return text ? internal::FindString(m_elements, m_size, text, true) : -1;
-}
+int CStringVector::GetLastIndexOf(const char* text) const { return VESK_BODY.IndexOf(text, true); }
 
-void CStringVector::RemoveElement(const char* text) {
-  int index = GetIndexOf(text);
-  if (index >= 0)
-    internal::RemoveStringAt(m_elements, m_size, m_capacity, m_growthStep,
-                             static_cast<unsigned int>(index));
-}
+void CStringVector::RemoveElement(const char* text) { VESK_BODY.RemoveFirst(text); }
 
-void CStringVector::RemoveElementAt(unsigned int index) {
-  CheckIndex(index, __LINE__);
-  internal::RemoveStringAt(m_elements, m_size, m_capacity, m_growthStep, index);
-}
+void CStringVector::RemoveElementAt(unsigned int index) { VESK_BODY.RemoveAt(index, __LINE__); }
 
-void CStringVector::RemoveAllElements() {
-  internal::DestroyStrings(m_elements, m_size);
-  internal::CompactSlots(m_elements, m_size, m_capacity, m_growthStep);
-}
+void CStringVector::RemoveAllElements() { VESK_BODY.RemoveAll(); }
 
-void CStringVector::EnsureCapacity(unsigned int n) {
-  internal::EnsureSlots(m_elements, m_capacity, n, m_growthStep, kSource, __LINE__);
-}
+void CStringVector::EnsureCapacity(unsigned int n) { VESK_BODY.Ensure(n, __LINE__); }
 
-void CStringVector::TrimToSize() { internal::TrimSlots(m_elements, m_size, m_capacity); }
+void CStringVector::TrimToSize() { VESK_BODY.Trim(); }
 
 void CStringVector::Sort(int (*compare)(const void*, const void*)) {
-  if (!compare) VESK_THROW(kSource, CIllegalArgumentException, "Invalid compare function.");
-  internal::SortStrings(m_elements, m_size, compare);
+  VESK_BODY.Sort(compare, __LINE__);
 }
 
 CEnumeration<CString> CStringVector::GetElements() const {
@@ -124,8 +87,11 @@ CEnumeration<CString> CStringVector::GetElements() const {
 }
 
 bool CStringVector::operator==(const CStringVector& other) const {
-  return internal::EqualStrings(m_elements, m_size, other.m_elements, other.m_size);
+  return VESK_BODY.Equals(other.m_elements, other.m_size);
 }
+
+#undef VESK_BODY_OF
+#undef VESK_BODY
 
 }  // namespace util
 }  // namespace vesk

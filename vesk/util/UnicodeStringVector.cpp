@@ -1,129 +1,100 @@
 #include "vesk/util/UnicodeStringVector.h"
 
-#include <utility>
-
-#include "vesk/base/ArrayIndexOutOfBoundsException.h"
-#include "vesk/base/IllegalArgumentException.h"
-#include "vesk/platform/Throw.h"
 #include "vesk/util/UnicodeStringVectorEnumeration.h"
 #include "vesk/util/internal/StringArray.h"
 
 namespace vesk {
 namespace util {
 
-using vesk::base::CArrayIndexOutOfBoundsException;
-using vesk::base::CIllegalArgumentException;
 using vesk::base::CUnicodeString;
 
 namespace {
 const char* const kSource = "vesk/util/UnicodeStringVector";
 }
 
+// The members seen through the implementation the two string vectors share.
+// Const members only read through it.
+#define VESK_BODY_OF(vector)                                    \
+  (internal::CStringVectorBody<CUnicodeString, unsigned short>{ \
+      (vector).m_elements, (vector).m_size, (vector).m_capacity, (vector).m_growthStep, kSource})
+#define VESK_BODY VESK_BODY_OF(*const_cast<CUnicodeStringVector*>(this))
+
 CUnicodeStringVector::CUnicodeStringVector(unsigned int initialCapacity, unsigned int growthStep)
     : m_elements(nullptr),
       m_size(0),
       m_capacity(0),
       m_growthStep(growthStep == 0 ? 10 : growthStep) {
-  internal::AllocSlots(m_elements, m_capacity, initialCapacity, m_growthStep, kSource, __LINE__);
+  VESK_BODY.Allocate(initialCapacity, __LINE__);
 }
 
+// A failed copy leaves the vector empty, and the finished delegated
+// constructor then lets the destructor run.
 CUnicodeStringVector::CUnicodeStringVector(const CUnicodeStringVector& other)
-    : CBase(other),
-      m_elements(nullptr),
-      m_size(0),
-      m_capacity(0),
-      m_growthStep(other.m_growthStep) {
-  internal::CopyStrings(m_elements, m_size, m_capacity, m_growthStep, other.m_elements,
-                        other.m_size, kSource, __LINE__);
+    : CUnicodeStringVector(0, other.m_growthStep) {
+  VESK_BODY.CopyFrom(other.m_elements, other.m_size, __LINE__);
 }
 
 CUnicodeStringVector& CUnicodeStringVector::operator=(const CUnicodeStringVector& other) {
   if (this == &other) return *this;
   CUnicodeStringVector copy(other);
-  std::swap(m_elements, copy.m_elements);
-  std::swap(m_size, copy.m_size);
-  std::swap(m_capacity, copy.m_capacity);
-  std::swap(m_growthStep, copy.m_growthStep);
+  VESK_BODY.Swap(VESK_BODY_OF(copy));
   return *this;
 }
 
-CUnicodeStringVector::~CUnicodeStringVector() {
-  internal::DestroyStrings(m_elements, m_size);
-  internal::FreeSlots(m_elements, m_capacity);
-}
+CUnicodeStringVector::~CUnicodeStringVector() { VESK_BODY.Destroy(); }
 
 void CUnicodeStringVector::CheckIndex(unsigned int index, int line) const {
-  if (index >= m_size) throw CArrayIndexOutOfBoundsException(kSource, static_cast<unsigned>(line));
+  internal::CheckIndex(index, m_size, kSource, line);
 }
 
 void CUnicodeStringVector::AddElement(const unsigned short* text) {
-  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid element.");
-  internal::InsertString(m_elements, m_size, m_capacity, m_growthStep, m_size, text, kSource,
-                         __LINE__);
+  VESK_BODY.Insert(text, m_size, __LINE__);
 }
 
 void CUnicodeStringVector::InsertElementAt(const unsigned short* text, unsigned int index) {
-  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid element.");
-  if (index > m_size) VESK_THROW(kSource, CArrayIndexOutOfBoundsException);
-  internal::InsertString(m_elements, m_size, m_capacity, m_growthStep, index, text, kSource,
-                         __LINE__);
+  VESK_BODY.Insert(text, index, __LINE__);
 }
 
 void CUnicodeStringVector::SetElementAt(const unsigned short* text, unsigned int index) {
-  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid element.");
-  CheckIndex(index, __LINE__);
-  m_elements[index] = text;
+  VESK_BODY.Set(text, index, __LINE__);
 }
 
 CUnicodeString& CUnicodeStringVector::GetElementAt(unsigned int index) {
-  CheckIndex(index, __LINE__);
-  return m_elements[index];
+  return VESK_BODY.At(index, __LINE__);
 }
 
 const CUnicodeString& CUnicodeStringVector::GetElementAt(unsigned int index) const {
-  CheckIndex(index, __LINE__);
-  return m_elements[index];
+  return VESK_BODY.At(index, __LINE__);
 }
 
 bool CUnicodeStringVector::Contains(const unsigned short* text) const {
-  if (!text) VESK_THROW(kSource, CIllegalArgumentException, "Invalid element.");
-  return internal::FindString(m_elements, m_size, text, false) >= 0;
+  return VESK_BODY.Contains(text, __LINE__);
 }
 
 int CUnicodeStringVector::GetIndexOf(const unsigned short* text) const {
-  return text ? internal::FindString(m_elements, m_size, text, false) : -1;
+  return VESK_BODY.IndexOf(text, false);
 }
 
 int CUnicodeStringVector::GetLastIndexOf(const unsigned short* text) const {
-  return text ? internal::FindString(m_elements, m_size, text, true) : -1;
+  return VESK_BODY.IndexOf(text, true);
 }
 
 void CUnicodeStringVector::RemoveElement(const unsigned short* text) {
-  int index = GetIndexOf(text);
-  if (index >= 0)
-    internal::RemoveStringAt(m_elements, m_size, m_capacity, m_growthStep,
-                             static_cast<unsigned int>(index));
+  VESK_BODY.RemoveFirst(text);
 }
 
 void CUnicodeStringVector::RemoveElementAt(unsigned int index) {
-  CheckIndex(index, __LINE__);
-  internal::RemoveStringAt(m_elements, m_size, m_capacity, m_growthStep, index);
+  VESK_BODY.RemoveAt(index, __LINE__);
 }
 
-void CUnicodeStringVector::RemoveAllElements() {
-  internal::DestroyStrings(m_elements, m_size);
-  internal::CompactSlots(m_elements, m_size, m_capacity, m_growthStep);
-}
+void CUnicodeStringVector::RemoveAllElements() { VESK_BODY.RemoveAll(); }
 
-void CUnicodeStringVector::EnsureCapacity(unsigned int n) {
-  internal::EnsureSlots(m_elements, m_capacity, n, m_growthStep, kSource, __LINE__);
-}
+void CUnicodeStringVector::EnsureCapacity(unsigned int n) { VESK_BODY.Ensure(n, __LINE__); }
 
-void CUnicodeStringVector::TrimToSize() { internal::TrimSlots(m_elements, m_size, m_capacity); }
+void CUnicodeStringVector::TrimToSize() { VESK_BODY.Trim(); }
 
 void CUnicodeStringVector::Sort(int (*compare)(const void*, const void*)) {
-  if (!compare) VESK_THROW(kSource, CIllegalArgumentException, "Invalid compare function.");
-  internal::SortStrings(m_elements, m_size, compare);
+  VESK_BODY.Sort(compare, __LINE__);
 }
 
 CEnumeration<CUnicodeString> CUnicodeStringVector::GetElements() const {
@@ -131,8 +102,11 @@ CEnumeration<CUnicodeString> CUnicodeStringVector::GetElements() const {
 }
 
 bool CUnicodeStringVector::operator==(const CUnicodeStringVector& other) const {
-  return internal::EqualStrings(m_elements, m_size, other.m_elements, other.m_size);
+  return VESK_BODY.Equals(other.m_elements, other.m_size);
 }
+
+#undef VESK_BODY_OF
+#undef VESK_BODY
 
 }  // namespace util
 }  // namespace vesk

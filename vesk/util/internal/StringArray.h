@@ -12,7 +12,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
+#include "vesk/base/ArrayIndexOutOfBoundsException.h"
+#include "vesk/base/IllegalArgumentException.h"
 #include "vesk/util/internal/SlotArray.h"
 
 namespace vesk {
@@ -251,6 +254,113 @@ void SortStrings(S* array, unsigned int size, int (*compare)(const void*, const 
   }
   platform::Free(scratch);
 }
+
+/// CArrayIndexOutOfBoundsException (source, line) unless index < size.
+inline void CheckIndex(unsigned int index, unsigned int size, const char* source, int line) {
+  if (index >= size) {
+    throw vesk::base::CArrayIndexOutOfBoundsException(source, static_cast<unsigned int>(line));
+  }
+}
+
+/// The whole behaviour of the narrow and 16-bit string vectors, over the
+/// members of one of them (S the string type, Ch its character type). The
+/// vectors keep their own members and hand them in by reference; line is the
+/// line of the calling member, reported with any exception.
+template <class S, class Ch>
+struct CStringVectorBody {
+  S*& elements;
+  unsigned int& size;
+  unsigned int& capacity;
+  unsigned int& step;
+  const char* source;
+
+  void CheckText(const Ch* text, int line) const {
+    if (!text) {
+      throw vesk::base::CIllegalArgumentException(source, static_cast<unsigned int>(line),
+                                                  "Invalid element.");
+    }
+  }
+
+  /// Fills an empty vector with initial (rounded) slots.
+  void Allocate(unsigned int initialCapacity, int line) {
+    AllocSlots(elements, capacity, initialCapacity, step, source, line);
+  }
+
+  void CopyFrom(const S* otherElements, unsigned int otherSize, int line) {
+    CopyStrings(elements, size, capacity, step, otherElements, otherSize, source, line);
+  }
+
+  /// Exchanges every member with other's.
+  void Swap(CStringVectorBody other) {
+    std::swap(elements, other.elements);
+    std::swap(size, other.size);
+    std::swap(capacity, other.capacity);
+    std::swap(step, other.step);
+  }
+
+  void Destroy() {
+    DestroyStrings(elements, size);
+    FreeSlots(elements, capacity);
+  }
+
+  S& At(unsigned int index, int line) const {
+    CheckIndex(index, size, source, line);
+    return elements[index];
+  }
+
+  void Insert(const Ch* text, unsigned int index, int line) {
+    CheckText(text, line);
+    CheckIndex(index, size + 1, source, line);
+    InsertString(elements, size, capacity, step, index, text, source, line);
+  }
+
+  void Set(const Ch* text, unsigned int index, int line) {
+    CheckText(text, line);
+    At(index, line) = text;
+  }
+
+  bool Contains(const Ch* text, int line) const {
+    CheckText(text, line);
+    return FindString(elements, size, text, false) >= 0;
+  }
+
+  /// First (or last) index of text, -1 when absent or null.
+  int IndexOf(const Ch* text, bool last) const {
+    return text ? FindString(elements, size, text, last) : -1;
+  }
+
+  void RemoveFirst(const Ch* text) {
+    int index = IndexOf(text, false);
+    if (index >= 0)
+      RemoveStringAt(elements, size, capacity, step, static_cast<unsigned int>(index));
+  }
+
+  void RemoveAt(unsigned int index, int line) {
+    CheckIndex(index, size, source, line);
+    RemoveStringAt(elements, size, capacity, step, index);
+  }
+
+  void RemoveAll() {
+    DestroyStrings(elements, size);
+    CompactSlots(elements, size, capacity, step);
+  }
+
+  void Ensure(unsigned int n, int line) { EnsureSlots(elements, capacity, n, step, source, line); }
+
+  void Trim() { TrimSlots(elements, size, capacity); }
+
+  void Sort(int (*compare)(const void*, const void*), int line) {
+    if (!compare) {
+      throw vesk::base::CIllegalArgumentException(source, static_cast<unsigned int>(line),
+                                                  "Invalid compare function.");
+    }
+    SortStrings(elements, size, compare);
+  }
+
+  bool Equals(const S* otherElements, unsigned int otherSize) const {
+    return EqualStrings(elements, size, otherElements, otherSize);
+  }
+};
 
 }  // namespace internal
 }  // namespace util

@@ -1,21 +1,26 @@
 /// \file
-/// The parallel key and value arrays shared by the narrow and 16-bit string
-/// maps. S is the string type, Ch its character type.
+/// The whole behaviour of the narrow and 16-bit string maps over their
+/// parallel key and value arrays. S is the string type, Ch its character type.
 #ifndef VESK_UTIL_INTERNAL_STRINGPAIRS_H
 #define VESK_UTIL_INTERNAL_STRINGPAIRS_H
 
 #include <cstring>
 #include <new>
+#include <utility>
 
+#include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/util/CollectionMemory.h"
+#include "vesk/util/NoSuchElementException.h"
 #include "vesk/util/internal/StringArray.h"
 
 namespace vesk {
 namespace util {
 namespace internal {
 
+/// The maps keep their own members and hand them in by reference; line is the
+/// line of the calling member, reported with any exception.
 template <class S, class Ch>
 struct CStringPairs {
   bool& caseSensitive;
@@ -131,7 +136,90 @@ struct CStringPairs {
       throw;
     }
   }
+  /// Fills an empty map with room for n pairs (rounded up to the step).
+  void Allocate(unsigned int n, int line) {
+    if (n > 0) Resize(RoundUpToStep(n, step), line);
+  }
+
+  void Trim(int line) {
+    if (size == 0) {
+      Clear();
+    } else if (size < capacity) {
+      Resize(size, line);
+    }
+  }
+
+  /// Exchanges every member with other's.
+  void Swap(CStringPairs other) {
+    std::swap(caseSensitive, other.caseSensitive);
+    std::swap(keys, other.keys);
+    std::swap(values, other.values);
+    std::swap(size, other.size);
+    std::swap(capacity, other.capacity);
+    std::swap(step, other.step);
+  }
+
+  // Replaces the value of an existing key, else appends the pair.
+  void Put(const Ch* key, const Ch* value, int line) {
+    if (!key || !*key) {
+      throw vesk::base::CIllegalArgumentException(source, static_cast<unsigned int>(line),
+                                                  "Invalid key.");
+    }
+    int index = FindKey(key);
+    if (index >= 0) {
+      values[index] = value;
+      return;
+    }
+    Append(key, value, line);
+  }
+
+  S& ValueOf(const Ch* key, int line) const {
+    int index = FindKey(key);
+    if (index < 0) throw CNoSuchElementException(source, static_cast<unsigned int>(line));
+    return values[index];
+  }
+
+  int IndexOfValue(const Ch* value) const {
+    return value ? FindString(values, size, value, false) : -1;
+  }
+
+  S& KeyAt(unsigned int index, int line) const {
+    CheckIndex(index, size, source, line);
+    return keys[index];
+  }
+
+  S& ValueAt(unsigned int index, int line) const {
+    CheckIndex(index, size, source, line);
+    return values[index];
+  }
+
+  bool Remove(const Ch* key) {
+    int index = FindKey(key);
+    if (index < 0) return false;
+    RemoveAt(static_cast<unsigned int>(index));
+    return true;
+  }
+
+  // Equal sizes, and every key is in other (by other's key rule) with an
+  // equal value.
+  bool Equals(const CStringPairs& other) const {
+    if (size != other.size) return false;
+    for (unsigned int i = 0; i < size; ++i) {
+      int index = other.FindKey(keys[i]);
+      if (index < 0 || !(other.values[index] == values[i])) return false;
+    }
+    return true;
+  }
 };
+
+/// The next key of a map's key iterator; CNoSuchElementException after the last.
+template <class Map>
+auto NextKey(Map& map, unsigned int& index, const char* source, int line)
+    -> decltype(map.GetKeyAt(index)) {
+  if (index >= map.GetSize())
+    throw CNoSuchElementException(source, static_cast<unsigned int>(line));
+  return map.GetKeyAt(index++);
+}
 
 }  // namespace internal
 }  // namespace util
