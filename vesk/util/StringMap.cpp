@@ -28,14 +28,8 @@ const CString& CStringMap::CConstKeyIterator::GetNextElement() {
 }
 
 CStringMap::CStringMap(bool keysCaseSensitive, unsigned int initialCapacity,
-                       unsigned int growthStep)
-    : m_keysCaseSensitive(keysCaseSensitive),
-      m_keys(nullptr),
-      m_values(nullptr),
-      m_size(0),
-      m_capacity(0),
-      m_growthStep(growthStep == 0 ? 5 : growthStep) {
-  AllocBuffer(initialCapacity);
+                       unsigned int growthStep) {
+  VESK_PAIRS.Init(keysCaseSensitive, initialCapacity, growthStep, __LINE__);
 }
 
 // A failed copy leaves the map empty, and the finished delegated constructor

@@ -19,12 +19,8 @@ const char* const kSource = "vesk/util/UnicodeStringVector";
       (vector).m_elements, (vector).m_size, (vector).m_capacity, (vector).m_growthStep, kSource})
 #define VESK_BODY VESK_BODY_OF(*const_cast<CUnicodeStringVector*>(this))
 
-CUnicodeStringVector::CUnicodeStringVector(unsigned int initialCapacity, unsigned int growthStep)
-    : m_elements(nullptr),
-      m_size(0),
-      m_capacity(0),
-      m_growthStep(growthStep == 0 ? 10 : growthStep) {
-  VESK_BODY.Allocate(initialCapacity, __LINE__);
+CUnicodeStringVector::CUnicodeStringVector(unsigned int initialCapacity, unsigned int growthStep) {
+  VESK_BODY.Init(initialCapacity, growthStep, __LINE__);
 }
 
 // A failed copy leaves the vector empty, and the finished delegated

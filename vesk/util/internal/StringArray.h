@@ -281,8 +281,13 @@ struct CStringVectorBody {
     }
   }
 
-  /// Fills an empty vector with initial (rounded) slots.
-  void Allocate(unsigned int initialCapacity, int line) {
+  /// Sets up a new vector: no elements, a growth step of 0 taken as 10, and
+  /// a non-zero initial capacity (rounded up to the step) allocated at once.
+  void Init(unsigned int initialCapacity, unsigned int growthStep, int line) {
+    elements = nullptr;
+    size = 0;
+    capacity = 0;
+    step = growthStep == 0 ? 10 : growthStep;
     AllocSlots(elements, capacity, initialCapacity, step, source, line);
   }
 

@@ -136,6 +136,19 @@ struct CStringPairs {
       throw;
     }
   }
+  /// Sets up a new map: no pairs, a growth step of 0 taken as 5, and a
+  /// non-zero initial capacity (rounded up to the step) allocated at once.
+  void Init(bool keysCaseSensitive, unsigned int initialCapacity, unsigned int growthStep,
+            int line) {
+    caseSensitive = keysCaseSensitive;
+    keys = nullptr;
+    values = nullptr;
+    size = 0;
+    capacity = 0;
+    step = growthStep == 0 ? 5 : growthStep;
+    Allocate(initialCapacity, line);
+  }
+
   /// Fills an empty map with room for n pairs (rounded up to the step).
   void Allocate(unsigned int n, int line) {
     if (n > 0) Resize(RoundUpToStep(n, step), line);
