@@ -5,7 +5,7 @@
 
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/StringH.h"
-#include "vesk/base/internal/StringPools.h"
+#include "vesk/base/internal/StringBody.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Text.h"
 #include "vesk/platform/Throw.h"
@@ -18,36 +18,7 @@ namespace {
 
 const char kSource[] = "vesk/base/String";
 
-// A new buffer of the capacity class of n: length 0, reference count 1,
-// first byte NUL. Returns the address of its text.
-char* NewBuffer(unsigned int n) {
-  unsigned int capacity = internal::StringCapacityClass(n);
-  int rank = internal::StringPoolRank(capacity);
-  void* block;
-  if (rank >= 0) {
-    block = internal::TakeStringBlock(false, rank);
-  } else {
-    block = platform::Alloc(sizeof(CStringData) + static_cast<std::size_t>(capacity));
-    if (!block) VESK_THROW(kSource, CMemoryException);
-  }
-  CStringData* data = static_cast<CStringData*>(block);
-  data->capacity = capacity;
-  data->length = 0;
-  data->refCount = 1;
-  char* text = reinterpret_cast<char*>(data + 1);
-  text[0] = '\0';
-  return text;
-}
-
-// Gives a buffer back to the pool of its capacity, or to the heap.
-void FreeBuffer(CStringData* data) {
-  int rank = internal::StringPoolRank(data->capacity);
-  if (rank >= 0) {
-    internal::GiveStringBlock(false, rank, data);
-  } else {
-    platform::Free(data);
-  }
-}
+typedef internal::CStringBody<char> Body;
 
 // The empty-string rules shared by every ordering: an empty text is below
 // every non-empty one; otherwise the bytes decide.
@@ -64,77 +35,21 @@ inline std::size_t SafeLength(const char* text) { return text ? std::strlen(text
 
 // --- buffer management -----------------------------------------------------
 
-void CString::AllocBuffer(unsigned int n) {
-  CStringData* data = GetData();
-  if (data && data->capacity >= n && data->refCount < 2) return;
-  ReleaseBuffer();
-  m_pchData = NewBuffer(n);
-}
+void CString::AllocBuffer(unsigned int n) { Body::Alloc(m_pchData, n); }
 
-void CString::AllocCopy(const char* text, int count) { AllocCopy(0, text, count); }
+void CString::AllocCopy(const char* text, int count) { Body::AllocCopy(m_pchData, 0, text, count); }
 
 void CString::AllocCopy(unsigned int minCapacity, const char* text, int count) {
-  if (!text) {
-    AllocBuffer(minCapacity > 0 ? minCapacity : 1);
-    GetData()->length = 0;
-    m_pchData[0] = '\0';
-    return;
-  }
-  std::size_t requested = count < 0 ? std::strlen(text) : static_cast<std::size_t>(count);
-  // The length is that of the copy up to its first NUL; bytes after a NUL
-  // among the requested ones are never read.
-  std::size_t copied = count < 0 ? requested : strnlen(text, requested);
-  std::size_t need = requested + 1;
-  if (need < minCapacity) need = minCapacity;
-  if (need > 0xFFFFFFFFu - sizeof(CStringData)) VESK_THROW(kSource, CMemoryException);
-  CStringData* data = GetData();
-  if (data && data->capacity >= need && data->refCount < 2) {
-    std::memmove(m_pchData, text, copied);  // text may lie in this buffer
-  } else {
-    // The new buffer is filled before the old one is released: text may
-    // point into the old one.
-    char* fresh = NewBuffer(static_cast<unsigned int>(need));
-    std::memcpy(fresh, text, copied);
-    ReleaseBuffer();
-    m_pchData = fresh;
-  }
-  m_pchData[copied] = '\0';
-  GetData()->length = static_cast<unsigned int>(copied);
+  Body::AllocCopy(m_pchData, minCapacity, text, count);
 }
 
-void CString::EnsureBufferCapacity(unsigned int n) {
-  CStringData* data = GetData();
-  if (data && data->capacity >= n && data->refCount < 2) return;
-  if (!data) {
-    m_pchData = NewBuffer(n);
-    return;
-  }
-  // A private copy always has room for the current text.
-  if (n < data->length + 1) n = data->length + 1;
-  char* fresh = NewBuffer(n);
-  std::memcpy(fresh, m_pchData, data->length + 1);
-  reinterpret_cast<CStringData*>(fresh)[-1].length = data->length;
-  ReleaseBuffer();
-  m_pchData = fresh;
-}
+void CString::EnsureBufferCapacity(unsigned int n) { Body::EnsureCapacity(m_pchData, n); }
 
 void CString::EnsureCapacity(unsigned int n) { EnsureBufferCapacity(n + 1); }
 
-void CString::CopyRefBeforeModify() {
-  CStringData* data = GetData();
-  if (data && data->refCount >= 2) AllocCopy(m_pchData, -1);
-}
+void CString::CopyRefBeforeModify() { Body::CopyBeforeModify(m_pchData); }
 
-void CString::ReleaseBuffer() {
-  CStringData* data = GetData();
-  if (!data) return;
-  if (data->refCount >= 2) {
-    --data->refCount;
-  } else {
-    FreeBuffer(data);
-  }
-  m_pchData = nullptr;
-}
+void CString::ReleaseBuffer() { Body::Release(m_pchData); }
 
 // --- construction and assignment -------------------------------------------
 
@@ -144,7 +59,7 @@ CString::CString(const char* text) : m_pchData(nullptr) {
   // one (what AllocCopy would do, without its reuse tests).
   std::size_t length = std::strlen(text);
   if (length >= 0xFFFFFFFFu - sizeof(CStringData)) VESK_THROW(kSource, CMemoryException);
-  char* fresh = NewBuffer(static_cast<unsigned int>(length + 1));
+  char* fresh = Body::NewBuffer(static_cast<unsigned int>(length + 1));
   std::memcpy(fresh, text, length + 1);
   reinterpret_cast<CStringData*>(fresh)[-1].length = static_cast<unsigned int>(length);
   m_pchData = fresh;
@@ -207,21 +122,7 @@ void CString::AssignWide(const unsigned short* text, unsigned int count) {
   GetData()->length = static_cast<unsigned int>(bytes);
 }
 
-void CString::Append(const char* text, unsigned int count) {
-  if (count == 0) return;
-  unsigned int length = GetLength();
-  CStringData* data = GetData();
-  // Appending a part of this string: find it again after a reallocation.
-  bool inside = data && text >= m_pchData && text <= m_pchData + data->length;
-  std::size_t offset = inside ? static_cast<std::size_t>(text - m_pchData) : 0;
-  if (static_cast<unsigned long long>(length) + count + 1 > 0xFFFFFFFFu - sizeof(CStringData))
-    VESK_THROW(kSource, CMemoryException);
-  EnsureBufferCapacity(length + count + 1);
-  if (inside) text = m_pchData + offset;
-  std::memmove(m_pchData + length, text, count);
-  m_pchData[length + count] = '\0';
-  GetData()->length = length + count;
-}
+void CString::Append(const char* text, unsigned int count) { Body::Append(m_pchData, text, count); }
 
 CString& CString::operator+=(const CString& other) {
   Append(other.m_pchData, other.GetLength());
@@ -284,9 +185,7 @@ int CString::Find(char c, unsigned int start) const {
 }
 
 int CString::FindText(const char* text, unsigned int start, int caseType) const {
-  if (start >= GetLength() || !text || !*text) return -1;
-  const char* p = platform::TextFindSubstring(m_pchData + start, text, caseType);
-  return p ? static_cast<int>(p - m_pchData) : -1;
+  return Body::Find(m_pchData, text, start, caseType);
 }
 
 int CString::Find(const char* text, unsigned int start) const {
@@ -312,16 +211,7 @@ int CString::ReverseFind(char c, unsigned int start) const {
 }
 
 int CString::ReverseFindText(const char* text, unsigned int start, int caseType) const {
-  if (IsEmpty() || !text || !*text) return -1;
-  long long m = static_cast<long long>(std::strlen(text));
-  // The probe steps back by the length of the needle, not by one, and a
-  // probe at or before start ends the search: callers rely on both.
-  for (long long p = static_cast<long long>(GetLength()) - m; p > static_cast<long long>(start);
-       p -= m) {
-    const char* hit = platform::TextFindSubstring(m_pchData + p, text, caseType);
-    if (hit) return static_cast<int>(hit - m_pchData);
-  }
-  return -1;
+  return Body::ReverseFind(m_pchData, text, start, caseType);
 }
 
 int CString::ReverseFind(const char* text, unsigned int start) const {
@@ -341,19 +231,11 @@ int CString::ReverseFindIgnoreCase(const CString& text, unsigned int start) cons
 }
 
 bool CString::StartsWithText(const char* text, int caseType) const {
-  if (!text || !*text) return false;
-  std::size_t m = std::strlen(text);
-  if (m > GetLength()) return false;
-  return platform::TextCompare(m_pchData, static_cast<int>(m), text, static_cast<int>(m),
-                               caseType) == 0;
+  return Body::HasAffix(m_pchData, text, false, caseType);
 }
 
 bool CString::EndsWithText(const char* text, int caseType) const {
-  if (!text || !*text) return false;
-  std::size_t m = std::strlen(text);
-  if (m > GetLength()) return false;
-  return platform::TextCompare(m_pchData + GetLength() - m, static_cast<int>(m), text,
-                               static_cast<int>(m), caseType) == 0;
+  return Body::HasAffix(m_pchData, text, true, caseType);
 }
 
 bool CString::StartsWith(const char* text) const {
@@ -387,10 +269,7 @@ CString CString::SubString(unsigned int begin) const { return SubString(begin, G
 
 CString CString::SubString(unsigned int begin, unsigned int end) const {
   CString result;
-  unsigned int length = GetLength();
-  if (begin >= length || begin >= end) return result;
-  if (end > length) end = length;
-  result.AllocCopy(m_pchData + begin, static_cast<int>(end - begin));
+  Body::CopyRange(result.m_pchData, m_pchData, begin, end);
   return result;
 }
 
@@ -414,17 +293,7 @@ CString CString::Right(unsigned int n) const {
 
 // --- editing ---------------------------------------------------------------
 
-void CString::Empty() {
-  CStringData* data = GetData();
-  if (!data) return;
-  if (data->refCount >= 2) {
-    --data->refCount;
-    m_pchData = nullptr;
-  } else {
-    data->length = 0;
-    m_pchData[0] = '\0';
-  }
-}
+void CString::Empty() { Body::Empty(m_pchData); }
 
 void CString::MakeUpper() {
   if (IsEmpty()) return;
@@ -448,54 +317,28 @@ void CString::TrimLeft() {
   if (IsEmpty()) return;
   CopyRefBeforeModify();
   const char* p = platform::TextSkipSpace(m_pchData);
-  if (!*p) {
-    Empty();
-    return;
-  }
-  unsigned int skipped = static_cast<unsigned int>(p - m_pchData);
-  if (skipped == 0) return;
-  unsigned int length = GetLength();
-  std::memmove(m_pchData, p, length - skipped + 1);
-  GetData()->length = length - skipped;
+  Body::DropFront(m_pchData, *p ? static_cast<unsigned int>(p - m_pchData) : GetLength());
 }
 
 void CString::TrimRight() {
   if (IsEmpty()) return;
   CopyRefBeforeModify();
-  char* p = const_cast<char*>(platform::TextTrailingSpace(m_pchData));
-  if (p == m_pchData) {
-    Empty();
-    return;
-  }
-  *p = '\0';
-  GetData()->length = static_cast<unsigned int>(p - m_pchData);
+  const char* p = platform::TextTrailingSpace(m_pchData);
+  Body::CutAt(m_pchData, static_cast<unsigned int>(p - m_pchData));
 }
 
 void CString::TrimLeftSet(const char* set, unsigned int setLength) {
   if (IsEmpty() || setLength == 0) return;
   CopyRefBeforeModify();
   const char* p = platform::TextSkipSet(m_pchData, set, setLength);
-  if (!*p) {
-    Empty();
-    return;
-  }
-  unsigned int skipped = static_cast<unsigned int>(p - m_pchData);
-  if (skipped == 0) return;
-  unsigned int length = GetLength();
-  std::memmove(m_pchData, p, length - skipped + 1);
-  GetData()->length = length - skipped;
+  Body::DropFront(m_pchData, *p ? static_cast<unsigned int>(p - m_pchData) : GetLength());
 }
 
 void CString::TrimRightSet(const char* set, unsigned int setLength) {
   if (IsEmpty() || setLength == 0) return;
   CopyRefBeforeModify();
-  char* p = const_cast<char*>(platform::TextTrailingSet(m_pchData, set, setLength));
-  if (p == m_pchData) {
-    Empty();
-    return;
-  }
-  *p = '\0';
-  GetData()->length = static_cast<unsigned int>(p - m_pchData);
+  const char* p = platform::TextTrailingSet(m_pchData, set, setLength);
+  Body::CutAt(m_pchData, static_cast<unsigned int>(p - m_pchData));
 }
 
 void CString::TrimLeft(char c) {
@@ -531,45 +374,7 @@ int CString::Replace(char a, char b) {
 }
 
 int CString::Replace(const char* oldText, const char* newText) {
-  if (IsEmpty() || !oldText || !*oldText) return 0;
-  if (!newText) newText = "";
-  // Arguments that live in this buffer would change under the rewrite.
-  CString oldCopy, newCopy;
-  const char* end = m_pchData + GetData()->capacity;
-  if (oldText >= m_pchData && oldText < end) {
-    oldCopy = CString(oldText);
-    oldText = oldCopy;
-  }
-  if (newText >= m_pchData && newText < end) {
-    newCopy = CString(newText);
-    newText = newCopy;
-  }
-  std::size_t oldLength = std::strlen(oldText);
-  std::size_t newLength = std::strlen(newText);
-  int count = 0;
-  for (const char* p = platform::TextFindSubstring(m_pchData, oldText, platform::kTextExactCase); p;
-       p = platform::TextFindSubstring(p + oldLength, oldText, platform::kTextExactCase)) {
-    ++count;
-  }
-  if (count == 0) return 0;
-  unsigned long long finalLength = GetLength() +
-                                   static_cast<unsigned long long>(count) * newLength -
-                                   static_cast<unsigned long long>(count) * oldLength;
-  if (finalLength + 1 > 0xFFFFFFFFu - sizeof(CStringData)) VESK_THROW(kSource, CMemoryException);
-  EnsureBufferCapacity(static_cast<unsigned int>(finalLength + 1));
-  std::size_t length = GetLength();
-  char* p = m_pchData;
-  for (int i = 0; i < count; ++i) {
-    p = const_cast<char*>(platform::TextFindSubstring(p, oldText, platform::kTextExactCase));
-    if (!p) break;
-    std::size_t position = static_cast<std::size_t>(p - m_pchData);
-    std::memmove(p + newLength, p + oldLength, length - position - oldLength + 1);
-    std::memcpy(p, newText, newLength);
-    length = length + newLength - oldLength;
-    p += newLength;
-  }
-  GetData()->length = static_cast<unsigned int>(length);
-  return count;
+  return Body::Replace(m_pchData, oldText, newText);
 }
 
 int CString::Remove(char c) {
@@ -593,44 +398,14 @@ int CString::Remove(char c) {
   return removed;
 }
 
-int CString::Insert(unsigned int index, char c) {
-  unsigned int length = GetLength();
-  if (index > length) index = length;
-  EnsureBufferCapacity(length + 2);
-  std::memmove(m_pchData + index + 1, m_pchData + index, length - index + 1);
-  m_pchData[index] = c;
-  GetData()->length = length + 1;
-  return static_cast<int>(length + 1);
-}
+int CString::Insert(unsigned int index, char c) { return Body::InsertUnit(m_pchData, index, c); }
 
 int CString::Insert(unsigned int index, const char* text) {
-  unsigned int length = GetLength();
-  if (!text || !*text) return static_cast<int>(length);
-  CString copy;
-  CStringData* data = GetData();
-  if (data && text >= m_pchData && text < m_pchData + data->capacity) {
-    copy = CString(text);
-    text = copy;
-  }
-  std::size_t n = std::strlen(text);
-  if (length + n + 1 > 0xFFFFFFFFu - sizeof(CStringData)) VESK_THROW(kSource, CMemoryException);
-  if (index > length) index = length;
-  EnsureBufferCapacity(static_cast<unsigned int>(length + n + 1));
-  std::memmove(m_pchData + index + n, m_pchData + index, length - index + 1);
-  std::memcpy(m_pchData + index, text, n);
-  GetData()->length = static_cast<unsigned int>(length + n);
-  return static_cast<int>(length + n);
+  return Body::Insert(m_pchData, index, text);
 }
 
 int CString::Delete(unsigned int index, unsigned int count) {
-  unsigned int length = GetLength();
-  if (count == 0 || index >= length) return static_cast<int>(length);
-  if (count > length - index) count = length - index;
-  CopyRefBeforeModify();
-  std::memmove(m_pchData + index, m_pchData + index + count, length - index - count + 1);
-  GetData()->length = length - count;
-  // The length before the deletion, as callers of this method expect.
-  return static_cast<int>(length);
+  return Body::Delete(m_pchData, index, count);
 }
 
 // --- formatting ------------------------------------------------------------
@@ -652,40 +427,14 @@ void CString::FormatV(const char* format, va_list args) {
     Empty();
     return;
   }
-  std::size_t size = 1024;
-  for (;;) {
-    char* scratch = static_cast<char*>(platform::Alloc(size));
-    if (!scratch) VESK_THROW(kSource, CMemoryException);
+  bool formatted = Body::Format(m_pchData, [&](char* scratch, std::size_t size) {
     va_list copy;
     va_copy(copy, args);
     int written = std::vsnprintf(scratch, size, format, copy);
     va_end(copy);
-    if (written < 0) {
-      platform::Free(scratch);
-      Empty();
-      return;
-    }
-    std::size_t result = static_cast<std::size_t>(written);
-    if (result != size - 1 && result < size) {
-      try {
-        AllocCopy(scratch, written);
-      } catch (...) {
-        platform::Free(scratch);
-        throw;
-      }
-      platform::Free(scratch);
-      return;
-    }
-    platform::Free(scratch);
-    // A result of exactly size - 1 characters is formatted again in a block
-    // 1024 bytes larger. A longer one would be cut short: the block grows
-    // in the same 1024-byte steps straight to the first size that holds it.
-    if (result == size - 1) {
-      size += 1024;
-    } else {
-      size = (result + 2 + 1023) / 1024 * 1024;
-    }
-  }
+    return written;
+  });
+  if (!formatted) Empty();  // an encoding error: the result is empty
 }
 
 // --- free operators --------------------------------------------------------

@@ -4,6 +4,7 @@
 
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/UnicodeString.h"
+#include "vesk/base/internal/StringBufferBody.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 #include "vesk/platform/Utf16.h"
@@ -14,20 +15,12 @@ namespace base {
 namespace {
 
 const char kSource[] = "vesk/base/StringBuffer";
-const unsigned int kMinimumGrowthStep = 8;
-
-char* NewArray(unsigned int n) {
-  char* array = static_cast<char*>(platform::Alloc(n));
-  if (!array) VESK_THROW(kSource, CMemoryException);
-  return array;
-}
+typedef internal::CStringBufferBody<char> Body;
 
 }  // namespace
 
 CStringBuffer::CStringBuffer(unsigned int initialCapacity, unsigned int growthStep)
-    : m_pBuffer(nullptr),
-      m_capacity(0),
-      m_growBy(growthStep > kMinimumGrowthStep ? growthStep : kMinimumGrowthStep) {
+    : m_pBuffer(nullptr), m_capacity(0), m_growBy(Body::GrowthStep(growthStep)) {
   if (initialCapacity > 0) {
     AllocBuffer(initialCapacity);
     std::memset(m_pBuffer, 0, m_capacity);
@@ -35,9 +28,7 @@ CStringBuffer::CStringBuffer(unsigned int initialCapacity, unsigned int growthSt
 }
 
 CStringBuffer::CStringBuffer(unsigned int growthStep)
-    : m_pBuffer(nullptr),
-      m_capacity(0),
-      m_growBy(growthStep > kMinimumGrowthStep ? growthStep : kMinimumGrowthStep) {}
+    : m_pBuffer(nullptr), m_capacity(0), m_growBy(Body::GrowthStep(growthStep)) {}
 
 CStringBuffer::CStringBuffer(const CStringBuffer& other)
     : m_pBuffer(nullptr), m_capacity(0), m_growBy(other.m_growBy) {
@@ -46,67 +37,22 @@ CStringBuffer::CStringBuffer(const CStringBuffer& other)
 
 CStringBuffer::~CStringBuffer() { platform::Free(m_pBuffer); }
 
-unsigned int CStringBuffer::RoundUp(unsigned int n) const {
-  // Rounds up to a multiple of the step in 32-bit arithmetic (exact for the
-  // sizes in use; never below n).
-  unsigned int rounded = n + ((m_growBy - 1) * n) % m_growBy;
-  if (rounded < n) VESK_THROW(kSource, CMemoryException);
-  return rounded;
-}
+unsigned int CStringBuffer::RoundUp(unsigned int n) const { return Body::RoundUp(n, m_growBy); }
 
 void CStringBuffer::AllocBuffer(unsigned int n) {
-  unsigned int rounded = RoundUp(n);
-  if (m_capacity >= rounded) return;
-  char* array = NewArray(rounded);
-  array[0] = '\0';
-  platform::Free(m_pBuffer);
-  m_pBuffer = array;
-  m_capacity = rounded;
+  Body::Reserve(m_pBuffer, m_capacity, m_growBy, n);
 }
 
 void CStringBuffer::EnsureCapacity(unsigned int n) {
-  unsigned int rounded = RoundUp(n);
-  if (m_capacity >= rounded) return;
-  char* array = NewArray(rounded);
-  if (m_pBuffer) {
-    std::memcpy(array, m_pBuffer, std::strlen(m_pBuffer) + 1);
-  } else {
-    array[0] = '\0';
-  }
-  platform::Free(m_pBuffer);
-  m_pBuffer = array;
-  m_capacity = rounded;
+  Body::Grow(m_pBuffer, m_capacity, m_growBy, n);
 }
 
 void CStringBuffer::Assign(const char* text, unsigned int count) {
-  if (count == 0) {
-    Empty();
-    return;
-  }
-  if (m_capacity > count) {
-    std::memmove(m_pBuffer, text, count);  // text may be this buffer's own
-  } else {
-    unsigned int rounded = RoundUp(count + 1);
-    char* array = NewArray(rounded);
-    std::memcpy(array, text, count);
-    platform::Free(m_pBuffer);
-    m_pBuffer = array;
-    m_capacity = rounded;
-  }
-  m_pBuffer[count] = '\0';
+  Body::Assign(m_pBuffer, m_capacity, m_growBy, text, count);
 }
 
 void CStringBuffer::Append(const char* text, unsigned int count) {
-  if (count == 0) return;
-  unsigned int length = GetSize();
-  // A part of this buffer is found again after the array moves.
-  bool inside = m_pBuffer && text >= m_pBuffer && text < m_pBuffer + m_capacity;
-  std::size_t offset = inside ? static_cast<std::size_t>(text - m_pBuffer) : 0;
-  if (count + 1 > 0xFFFFFFFFu - length) VESK_THROW(kSource, CMemoryException);
-  EnsureCapacity(length + count + 1);
-  if (inside) text = m_pBuffer + offset;
-  std::memmove(m_pBuffer + length, text, count);
-  m_pBuffer[length + count] = '\0';
+  Body::Append(m_pBuffer, m_capacity, m_growBy, text, count);
 }
 
 void CStringBuffer::AppendWide(const unsigned short* text) {
@@ -147,10 +93,7 @@ CStringBuffer& CStringBuffer::operator=(const CUnicodeString& text) {
 }
 
 CStringBuffer& CStringBuffer::operator+=(char c) {
-  unsigned int length = GetSize();
-  EnsureCapacity(length + 2);
-  m_pBuffer[length] = c;
-  m_pBuffer[length + 1] = '\0';
+  Body::AppendUnit(m_pBuffer, m_capacity, m_growBy, c);
   return *this;
 }
 
@@ -179,24 +122,13 @@ char* CStringBuffer::GetBuffer(unsigned int minCapacity) {
   return m_pBuffer;
 }
 
-unsigned int CStringBuffer::GetSize() const {
-  return m_pBuffer ? static_cast<unsigned int>(std::strlen(m_pBuffer)) : 0;
-}
+unsigned int CStringBuffer::GetSize() const { return Body::Traits::Length(m_pBuffer); }
 
 void CStringBuffer::Empty() {
   if (m_pBuffer) m_pBuffer[0] = '\0';
 }
 
-void CStringBuffer::TrimToSize() {
-  if (!m_pBuffer) return;
-  unsigned int length = GetSize();
-  if (m_capacity <= length + 1) return;
-  char* array = NewArray(length + 1);
-  std::memcpy(array, m_pBuffer, length + 1);
-  platform::Free(m_pBuffer);
-  m_pBuffer = array;
-  m_capacity = length + 1;
-}
+void CStringBuffer::TrimToSize() { Body::TrimToSize(m_pBuffer, m_capacity); }
 
 }  // namespace base
 }  // namespace vesk

@@ -7,7 +7,7 @@
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/base/UnicodeStringBuffer.h"
-#include "vesk/base/internal/StringPools.h"
+#include "vesk/base/internal/StringBody.h"
 #include "vesk/platform/Format16.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Text.h"
@@ -21,44 +21,11 @@ namespace {
 
 const char kSource[] = "vesk/base/UnicodeString";
 const unsigned short kEmptyText[1] = {0};
-// Largest unit count a buffer may be asked for: its byte size, header
-// included, stays within 32 bits.
-const unsigned int kMaximumUnits = (0xFFFFFFFFu - sizeof(CUnicodeStringData)) / 2;
+typedef internal::CStringBody<unsigned short> Body;
+const unsigned int kMaximumUnits = Body::Traits::kMaximumUnits;
 
 inline bool IsHigh(unsigned int u) { return u >= 0xD800 && u <= 0xDBFF; }
 inline bool IsLow(unsigned int u) { return u >= 0xDC00 && u <= 0xDFFF; }
-
-// A new buffer of the capacity class of n units: length 0, reference count
-// 1, first unit zero. Returns the address of its text.
-unsigned short* NewBuffer(unsigned int n) {
-  if (n > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
-  unsigned int capacity = internal::StringCapacityClass(n);
-  int rank = internal::StringPoolRank(capacity);
-  void* block;
-  if (rank >= 0) {
-    block = internal::TakeStringBlock(true, rank);
-  } else {
-    block = platform::Alloc(sizeof(CUnicodeStringData) + static_cast<std::size_t>(capacity) * 2);
-    if (!block) VESK_THROW(kSource, CMemoryException);
-  }
-  CUnicodeStringData* data = static_cast<CUnicodeStringData*>(block);
-  data->capacity = capacity;
-  data->length = 0;
-  data->refCount = 1;
-  unsigned short* text = reinterpret_cast<unsigned short*>(data + 1);
-  text[0] = 0;
-  return text;
-}
-
-// Gives a buffer back to the pool of its capacity, or to the heap.
-void FreeBuffer(CUnicodeStringData* data) {
-  int rank = internal::StringPoolRank(data->capacity);
-  if (rank >= 0) {
-    internal::GiveStringBlock(true, rank, data);
-  } else {
-    platform::Free(data);
-  }
-}
 
 // The 16-bit form of a narrow argument, in a scratch buffer released with
 // this object. Null stays null; a text that converts to nothing becomes the
@@ -339,82 +306,26 @@ std::size_t Utf8Decode(const unsigned char* s, std::size_t n, unsigned short* ou
 
 // --- buffer management -------------------------------------------------------
 
-void CUnicodeString::AllocBuffer(unsigned int n) {
-  CUnicodeStringData* data = GetData();
-  if (data && data->capacity >= n && data->refCount < 2) return;
-  ReleaseBuffer();
-  m_pszData = NewBuffer(n);
-}
+void CUnicodeString::AllocBuffer(unsigned int n) { Body::Alloc(m_pszData, n); }
 
-void CUnicodeString::AllocCopy(const unsigned short* text, int count) { AllocCopy(0, text, count); }
+void CUnicodeString::AllocCopy(const unsigned short* text, int count) {
+  Body::AllocCopy(m_pszData, 0, text, count);
+}
 
 void CUnicodeString::AllocCopy(unsigned int minCapacity, const unsigned short* text, int count) {
-  if (!text) {
-    AllocBuffer(minCapacity > 0 ? minCapacity : 1);
-    GetData()->length = 0;
-    m_pszData[0] = 0;
-    return;
-  }
-  std::size_t requested = count < 0 ? platform::Utf16Length(text) : static_cast<std::size_t>(count);
-  // The length is that of the copy up to its first zero unit; units after
-  // one among the requested ones are never read.
-  std::size_t copied =
-      count < 0 ? requested
-                : platform::Utf16LengthBounded(text, static_cast<unsigned int>(requested));
-  std::size_t need = requested + 1;
-  if (need < minCapacity) need = minCapacity;
-  if (need > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
-  CUnicodeStringData* data = GetData();
-  if (data && data->capacity >= need && data->refCount < 2) {
-    std::memmove(m_pszData, text, copied * 2);  // text may lie in this buffer
-  } else {
-    // The new buffer is filled before the old one is released: text may
-    // point into the old one.
-    unsigned short* fresh = NewBuffer(static_cast<unsigned int>(need));
-    std::memcpy(fresh, text, copied * 2);
-    ReleaseBuffer();
-    m_pszData = fresh;
-  }
-  m_pszData[copied] = 0;
-  GetData()->length = static_cast<unsigned int>(copied);
+  Body::AllocCopy(m_pszData, minCapacity, text, count);
 }
 
-void CUnicodeString::EnsureBufferCapacity(unsigned int n) {
-  CUnicodeStringData* data = GetData();
-  if (data && data->capacity >= n && data->refCount < 2) return;
-  if (!data) {
-    m_pszData = NewBuffer(n);
-    return;
-  }
-  // A private copy always has room for the current text.
-  if (n < data->length + 1) n = data->length + 1;
-  unsigned short* fresh = NewBuffer(n);
-  std::memcpy(fresh, m_pszData, (static_cast<std::size_t>(data->length) + 1) * 2);
-  reinterpret_cast<CUnicodeStringData*>(fresh)[-1].length = data->length;
-  ReleaseBuffer();
-  m_pszData = fresh;
-}
+void CUnicodeString::EnsureBufferCapacity(unsigned int n) { Body::EnsureCapacity(m_pszData, n); }
 
 void CUnicodeString::EnsureCapacity(unsigned int n) {
   if (n >= kMaximumUnits) VESK_THROW(kSource, CMemoryException);
   EnsureBufferCapacity(n + 1);
 }
 
-void CUnicodeString::CopyRefBeforeModify() {
-  CUnicodeStringData* data = GetData();
-  if (data && data->refCount >= 2) AllocCopy(m_pszData, -1);
-}
+void CUnicodeString::CopyRefBeforeModify() { Body::CopyBeforeModify(m_pszData); }
 
-void CUnicodeString::ReleaseBuffer() {
-  CUnicodeStringData* data = GetData();
-  if (!data) return;
-  if (data->refCount >= 2) {
-    --data->refCount;
-  } else {
-    FreeBuffer(data);
-  }
-  m_pszData = nullptr;
-}
+void CUnicodeString::ReleaseBuffer() { Body::Release(m_pszData); }
 
 // --- construction and assignment ---------------------------------------------
 
@@ -439,11 +350,7 @@ CUnicodeString::CUnicodeString(const unsigned short* text, unsigned int count)
 }
 
 CUnicodeString::CUnicodeString(const CUnicodeString& other) : m_pszData(nullptr) {
-  CUnicodeStringData* data = other.GetData();
-  if (data && data->length != 0 && data->refCount != 0) {
-    m_pszData = other.m_pszData;
-    ++data->refCount;
-  }
+  Body::Share(m_pszData, other.m_pszData);
 }
 
 CUnicodeString::~CUnicodeString() { ReleaseBuffer(); }
@@ -451,11 +358,7 @@ CUnicodeString::~CUnicodeString() { ReleaseBuffer(); }
 CUnicodeString& CUnicodeString::operator=(const CUnicodeString& other) {
   if (this == &other || m_pszData == other.m_pszData) return *this;
   ReleaseBuffer();
-  CUnicodeStringData* data = other.GetData();
-  if (data && data->length != 0 && data->refCount != 0) {
-    m_pszData = other.m_pszData;
-    ++data->refCount;
-  }
+  Body::Share(m_pszData, other.m_pszData);
   return *this;
 }
 
@@ -491,20 +394,7 @@ void CUnicodeString::AssignNarrow(const char* text, unsigned int count) {
 }
 
 void CUnicodeString::Append(const unsigned short* text, unsigned int count) {
-  if (count == 0) return;
-  unsigned int length = GetLength();
-  CUnicodeStringData* data = GetData();
-  // Appending a part of this string: find it again after a reallocation.
-  bool inside = data && text >= m_pszData && text <= m_pszData + data->length;
-  std::size_t offset = inside ? static_cast<std::size_t>(text - m_pszData) : 0;
-  if (static_cast<unsigned long long>(length) + count + 1 > kMaximumUnits) {
-    VESK_THROW(kSource, CMemoryException);
-  }
-  EnsureBufferCapacity(length + count + 1);
-  if (inside) text = m_pszData + offset;
-  std::memmove(m_pszData + length, text, static_cast<std::size_t>(count) * 2);
-  m_pszData[length + count] = 0;
-  GetData()->length = length + count;
+  Body::Append(m_pszData, text, count);
 }
 
 CUnicodeString& CUnicodeString::operator+=(const CUnicodeString& other) {
@@ -600,9 +490,7 @@ int CUnicodeString::Find(unsigned short c, unsigned int start) const {
 int CUnicodeString::Find(char c, unsigned int start) const { return Find(NarrowUnit(c), start); }
 
 int CUnicodeString::FindText(const unsigned short* text, unsigned int start, int caseType) const {
-  if (start >= GetLength() || !text || !*text) return -1;
-  const unsigned short* p = platform::Utf16FindSubstring(m_pszData + start, text, caseType);
-  return p ? static_cast<int>(p - m_pszData) : -1;
+  return Body::Find(m_pszData, text, start, caseType);
 }
 
 int CUnicodeString::Find(const unsigned short* text, unsigned int start) const {
@@ -637,16 +525,7 @@ int CUnicodeString::ReverseFind(char c, unsigned int start) const {
 
 int CUnicodeString::ReverseFindText(const unsigned short* text, unsigned int start,
                                     int caseType) const {
-  if (IsEmpty() || !text || !*text) return -1;
-  long long m = platform::Utf16Length(text);
-  // The probe steps back by the length of the needle, not by one, and a
-  // probe at or before start ends the search: callers rely on both.
-  for (long long p = static_cast<long long>(GetLength()) - m; p > static_cast<long long>(start);
-       p -= m) {
-    const unsigned short* hit = platform::Utf16FindSubstring(m_pszData + p, text, caseType);
-    if (hit) return static_cast<int>(hit - m_pszData);
-  }
-  return -1;
+  return Body::ReverseFind(m_pszData, text, start, caseType);
 }
 
 int CUnicodeString::ReverseFind(const unsigned short* text, unsigned int start) const {
@@ -670,52 +549,36 @@ int CUnicodeString::ReverseFindIgnoreCase(const char* text, unsigned int start) 
 }
 
 bool CUnicodeString::StartsWithText(const unsigned short* text, int caseType) const {
-  if (!text || !*text) return false;
-  unsigned int m = platform::Utf16Length(text);
-  if (m > GetLength()) return false;
-  return platform::Utf16CompareTexts(m_pszData, static_cast<int>(m), text, static_cast<int>(m),
-                                     caseType) == 0;
+  return Body::HasAffix(m_pszData, text, false, caseType);
 }
 
 bool CUnicodeString::EndsWithText(const unsigned short* text, int caseType) const {
-  if (!text || !*text) return false;
-  unsigned int m = platform::Utf16Length(text);
-  if (m > GetLength()) return false;
-  return platform::Utf16CompareTexts(m_pszData + GetLength() - m, static_cast<int>(m), text,
-                                     static_cast<int>(m), caseType) == 0;
+  return Body::HasAffix(m_pszData, text, true, caseType);
 }
 
 bool CUnicodeString::StartsWith(const unsigned short* text) const {
   return StartsWithText(text, platform::kTextExactCase);
 }
 bool CUnicodeString::StartsWith(const char* text) const {
-  if (!text || !*text) return false;
-  CNarrowArgument wide(text);
-  return StartsWithText(wide, platform::kTextExactCase);
+  return StartsWithText(CNarrowArgument(text), platform::kTextExactCase);
 }
 bool CUnicodeString::EndsWith(const unsigned short* text) const {
   return EndsWithText(text, platform::kTextExactCase);
 }
 bool CUnicodeString::EndsWith(const char* text) const {
-  if (!text || !*text) return false;
-  CNarrowArgument wide(text);
-  return EndsWithText(wide, platform::kTextExactCase);
+  return EndsWithText(CNarrowArgument(text), platform::kTextExactCase);
 }
 bool CUnicodeString::StartsWithIgnoreCase(const unsigned short* text) const {
   return StartsWithText(text, platform::kTextIgnoreCase);
 }
 bool CUnicodeString::StartsWithIgnoreCase(const char* text) const {
-  if (!text || !*text) return false;
-  CNarrowArgument wide(text);
-  return StartsWithText(wide, platform::kTextIgnoreCase);
+  return StartsWithText(CNarrowArgument(text), platform::kTextIgnoreCase);
 }
 bool CUnicodeString::EndsWithIgnoreCase(const unsigned short* text) const {
   return EndsWithText(text, platform::kTextIgnoreCase);
 }
 bool CUnicodeString::EndsWithIgnoreCase(const char* text) const {
-  if (!text || !*text) return false;
-  CNarrowArgument wide(text);
-  return EndsWithText(wide, platform::kTextIgnoreCase);
+  return EndsWithText(CNarrowArgument(text), platform::kTextIgnoreCase);
 }
 
 // --- extraction --------------------------------------------------------------
@@ -726,10 +589,7 @@ CUnicodeString CUnicodeString::SubString(unsigned int begin) const {
 
 CUnicodeString CUnicodeString::SubString(unsigned int begin, unsigned int end) const {
   CUnicodeString result;
-  unsigned int length = GetLength();
-  if (begin >= length || begin >= end) return result;
-  if (end > length) end = length;
-  result.AllocCopy(m_pszData + begin, static_cast<int>(end - begin));
+  Body::CopyRange(result.m_pszData, m_pszData, begin, end);
   return result;
 }
 
@@ -753,17 +613,7 @@ CUnicodeString CUnicodeString::Right(unsigned int n) const {
 
 // --- editing -----------------------------------------------------------------
 
-void CUnicodeString::Empty() {
-  CUnicodeStringData* data = GetData();
-  if (!data) return;
-  if (data->refCount >= 2) {
-    --data->refCount;
-    m_pszData = nullptr;
-  } else {
-    data->length = 0;
-    m_pszData[0] = 0;
-  }
-}
+void CUnicodeString::Empty() { Body::Empty(m_pszData); }
 
 void CUnicodeString::MakeUpper() {
   if (IsEmpty()) return;
@@ -804,14 +654,7 @@ void CUnicodeString::TrimLeft() {
   unsigned int length = GetLength();
   unsigned int skipped = 0;
   while (skipped < length && platform::Utf16IsSpace(m_pszData[skipped])) ++skipped;
-  if (skipped == length) {
-    Empty();
-    return;
-  }
-  if (skipped == 0) return;
-  std::memmove(m_pszData, m_pszData + skipped,
-               (static_cast<std::size_t>(length) - skipped + 1) * 2);
-  GetData()->length = length - skipped;
+  Body::DropFront(m_pszData, skipped);
 }
 
 void CUnicodeString::TrimRight() {
@@ -819,12 +662,7 @@ void CUnicodeString::TrimRight() {
   CopyRefBeforeModify();
   unsigned int length = GetLength();
   while (length > 0 && platform::Utf16IsSpace(m_pszData[length - 1])) --length;
-  if (length == 0) {
-    Empty();
-    return;
-  }
-  m_pszData[length] = 0;
-  GetData()->length = length;
+  Body::CutAt(m_pszData, length);
 }
 
 namespace {
@@ -842,14 +680,7 @@ void CUnicodeString::TrimLeftSet(const unsigned short* set, unsigned int setLeng
   unsigned int length = GetLength();
   unsigned int skipped = 0;
   while (skipped < length && InSet(m_pszData[skipped], set, setLength)) ++skipped;
-  if (skipped == length) {
-    Empty();
-    return;
-  }
-  if (skipped == 0) return;
-  std::memmove(m_pszData, m_pszData + skipped,
-               (static_cast<std::size_t>(length) - skipped + 1) * 2);
-  GetData()->length = length - skipped;
+  Body::DropFront(m_pszData, skipped);
 }
 
 void CUnicodeString::TrimRightSet(const unsigned short* set, unsigned int setLength) {
@@ -857,12 +688,7 @@ void CUnicodeString::TrimRightSet(const unsigned short* set, unsigned int setLen
   CopyRefBeforeModify();
   unsigned int length = GetLength();
   while (length > 0 && InSet(m_pszData[length - 1], set, setLength)) --length;
-  if (length == 0) {
-    Empty();
-    return;
-  }
-  m_pszData[length] = 0;
-  GetData()->length = length;
+  Body::CutAt(m_pszData, length);
 }
 
 void CUnicodeString::TrimLeft(unsigned short c) {
@@ -919,47 +745,7 @@ int CUnicodeString::Replace(unsigned short a, unsigned short b) {
 int CUnicodeString::Replace(char a, char b) { return Replace(NarrowUnit(a), NarrowUnit(b)); }
 
 int CUnicodeString::Replace(const unsigned short* oldText, const unsigned short* newText) {
-  if (IsEmpty() || !oldText || !*oldText) return 0;
-  if (!newText) newText = kEmptyText;
-  // Arguments that live in this buffer would change under the rewrite.
-  CUnicodeString oldCopy, newCopy;
-  const unsigned short* end = m_pszData + GetData()->capacity;
-  if (oldText >= m_pszData && oldText < end) {
-    oldCopy = CUnicodeString(oldText);
-    oldText = oldCopy;
-  }
-  if (newText >= m_pszData && newText < end) {
-    newCopy = CUnicodeString(newText);
-    newText = newCopy;
-  }
-  std::size_t oldLength = platform::Utf16Length(oldText);
-  std::size_t newLength = platform::Utf16Length(newText);
-  int count = 0;
-  for (const unsigned short* p =
-           platform::Utf16FindSubstring(m_pszData, oldText, platform::kTextExactCase);
-       p; p = platform::Utf16FindSubstring(p + oldLength, oldText, platform::kTextExactCase)) {
-    ++count;
-  }
-  if (count == 0) return 0;
-  unsigned long long finalLength = GetLength() +
-                                   static_cast<unsigned long long>(count) * newLength -
-                                   static_cast<unsigned long long>(count) * oldLength;
-  if (finalLength + 1 > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
-  EnsureBufferCapacity(static_cast<unsigned int>(finalLength + 1));
-  std::size_t length = GetLength();
-  unsigned short* p = m_pszData;
-  for (int i = 0; i < count; ++i) {
-    p = const_cast<unsigned short*>(
-        platform::Utf16FindSubstring(p, oldText, platform::kTextExactCase));
-    if (!p) break;
-    std::size_t position = static_cast<std::size_t>(p - m_pszData);
-    std::memmove(p + newLength, p + oldLength, (length - position - oldLength + 1) * 2);
-    std::memcpy(p, newText, newLength * 2);
-    length = length + newLength - oldLength;
-    p += newLength;
-  }
-  GetData()->length = static_cast<unsigned int>(length);
-  return count;
+  return Body::Replace(m_pszData, oldText, newText);
 }
 
 int CUnicodeString::Replace(const char* oldText, const char* newText) {
@@ -986,37 +772,13 @@ int CUnicodeString::Remove(unsigned short c) {
 int CUnicodeString::Remove(char c) { return Remove(NarrowUnit(c)); }
 
 int CUnicodeString::Insert(unsigned int index, unsigned short c) {
-  unsigned int length = GetLength();
-  if (index > length) index = length;
-  if (length + 2ull > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
-  EnsureBufferCapacity(length + 2);
-  std::memmove(m_pszData + index + 1, m_pszData + index,
-               (static_cast<std::size_t>(length) - index + 1) * 2);
-  m_pszData[index] = c;
-  GetData()->length = length + 1;
-  return static_cast<int>(length + 1);
+  return Body::InsertUnit(m_pszData, index, c);
 }
 
 int CUnicodeString::Insert(unsigned int index, char c) { return Insert(index, NarrowUnit(c)); }
 
 int CUnicodeString::Insert(unsigned int index, const unsigned short* text) {
-  unsigned int length = GetLength();
-  if (!text || !*text) return static_cast<int>(length);
-  CUnicodeString copy;
-  CUnicodeStringData* data = GetData();
-  if (data && text >= m_pszData && text < m_pszData + data->capacity) {
-    copy = CUnicodeString(text);
-    text = copy;
-  }
-  std::size_t n = platform::Utf16Length(text);
-  if (length + n + 1 > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
-  if (index > length) index = length;
-  EnsureBufferCapacity(static_cast<unsigned int>(length + n + 1));
-  std::memmove(m_pszData + index + n, m_pszData + index,
-               (static_cast<std::size_t>(length) - index + 1) * 2);
-  std::memcpy(m_pszData + index, text, n * 2);
-  GetData()->length = static_cast<unsigned int>(length + n);
-  return static_cast<int>(length + n);
+  return Body::Insert(m_pszData, index, text);
 }
 
 int CUnicodeString::Insert(unsigned int index, const char* text) {
@@ -1026,15 +788,7 @@ int CUnicodeString::Insert(unsigned int index, const char* text) {
 }
 
 int CUnicodeString::Delete(unsigned int index, unsigned int count) {
-  unsigned int length = GetLength();
-  if (count == 0 || index >= length) return static_cast<int>(length);
-  if (count > length - index) count = length - index;
-  CopyRefBeforeModify();
-  std::memmove(m_pszData + index, m_pszData + index + count,
-               (static_cast<std::size_t>(length) - index - count + 1) * 2);
-  GetData()->length = length - count;
-  // The length before the deletion, as callers of this method expect.
-  return static_cast<int>(length);
+  return Body::Delete(m_pszData, index, count);
 }
 
 // --- UTF-8 -------------------------------------------------------------------
@@ -1131,39 +885,15 @@ void CUnicodeString::FormatV(const unsigned short* format, va_list args) {
     Empty();
     return;
   }
-  std::size_t size = 1024;
-  for (;;) {
-    unsigned short* scratch = static_cast<unsigned short*>(platform::Alloc(size * 2));
-    if (!scratch) VESK_THROW(kSource, CMemoryException);
+  bool formatted = Body::Format(m_pszData, [&](unsigned short* scratch, std::size_t size) {
     va_list copy;
     va_copy(copy, args);
     int written = platform::Utf16VFormat(scratch, size, format, copy);
     va_end(copy);
-    if (written < 0) {
-      platform::Free(scratch);  // the formatter could not get its own scratch block
-      VESK_THROW(kSource, CMemoryException);
-    }
-    std::size_t result = static_cast<std::size_t>(written);
-    if (result != size - 1 && result < size) {
-      try {
-        AllocCopy(scratch, written);
-      } catch (...) {
-        platform::Free(scratch);
-        throw;
-      }
-      platform::Free(scratch);
-      return;
-    }
-    platform::Free(scratch);
-    // A result of exactly size - 1 units is formatted again in a block 1024
-    // units larger. A longer one would be cut short: the block grows in the
-    // same 1024-unit steps straight to the first size that holds it.
-    if (result == size - 1) {
-      size += 1024;
-    } else {
-      size = (result + 2 + 1023) / 1024 * 1024;
-    }
-  }
+    return written;
+  });
+  // The formatter fails only when it cannot get its own scratch block.
+  if (!formatted) VESK_THROW(kSource, CMemoryException);
 }
 
 // --- free operators ----------------------------------------------------------

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "vesk/base/MemoryException.h"
+#include "vesk/base/internal/StringBufferBody.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 #include "vesk/platform/Utf16.h"
@@ -13,26 +14,12 @@ namespace base {
 namespace {
 
 const char kSource[] = "vesk/base/UnicodeStringBuffer";
-const unsigned int kMinimumGrowthStep = 8;
-// Largest array in units whose byte size still fits 32 bits.
-const unsigned int kMaximumUnits = 0x7FFFFFFFu;
-
-unsigned short* NewArray(unsigned int units) {
-  if (units > kMaximumUnits) VESK_THROW(kSource, CMemoryException);
-  unsigned short* array =
-      static_cast<unsigned short*>(platform::Alloc(static_cast<std::size_t>(units) * 2));
-  if (!array) VESK_THROW(kSource, CMemoryException);
-  return array;
-}
-
-inline unsigned int GrowthStep(unsigned int step) {
-  return step > kMinimumGrowthStep ? step : kMinimumGrowthStep;
-}
+typedef internal::CStringBufferBody<unsigned short> Body;
 
 }  // namespace
 
 CUnicodeStringBuffer::CUnicodeStringBuffer(unsigned int initialCapacity, unsigned int growthStep)
-    : m_pBuffer(nullptr), m_capacity(0), m_growBy(GrowthStep(growthStep)) {
+    : m_pBuffer(nullptr), m_capacity(0), m_growBy(Body::GrowthStep(growthStep)) {
   if (initialCapacity > 0) {
     AllocBuffer(initialCapacity);
     std::memset(m_pBuffer, 0, static_cast<std::size_t>(m_capacity) * 2);
@@ -40,7 +27,7 @@ CUnicodeStringBuffer::CUnicodeStringBuffer(unsigned int initialCapacity, unsigne
 }
 
 CUnicodeStringBuffer::CUnicodeStringBuffer(unsigned int growthStep)
-    : m_pBuffer(nullptr), m_capacity(0), m_growBy(GrowthStep(growthStep)) {}
+    : m_pBuffer(nullptr), m_capacity(0), m_growBy(Body::GrowthStep(growthStep)) {}
 
 CUnicodeStringBuffer::CUnicodeStringBuffer(const CUnicodeStringBuffer& other)
     : m_pBuffer(nullptr), m_capacity(0), m_growBy(other.m_growBy) {
@@ -50,75 +37,27 @@ CUnicodeStringBuffer::CUnicodeStringBuffer(const CUnicodeStringBuffer& other)
 CUnicodeStringBuffer::~CUnicodeStringBuffer() { platform::Free(m_pBuffer); }
 
 unsigned int CUnicodeStringBuffer::RoundUp(unsigned int n) const {
-  // Rounds n up to a multiple of the step, computed as n + ((step - 1) * n
-  // mod step) in 32-bit arithmetic (exact for the sizes in use). A result
-  // that wrapped below n cannot be allocated.
-  unsigned int rounded = n + ((m_growBy - 1) * n) % m_growBy;
-  if (rounded < n) VESK_THROW(kSource, CMemoryException);
-  return rounded;
+  return Body::RoundUp(n, m_growBy);
 }
 
 void CUnicodeStringBuffer::AllocBuffer(unsigned int n) {
-  unsigned int rounded = RoundUp(n);
-  if (m_capacity >= rounded) return;
-  unsigned short* array = NewArray(rounded);
-  array[0] = 0;
-  platform::Free(m_pBuffer);
-  m_pBuffer = array;
-  m_capacity = rounded;
+  Body::Reserve(m_pBuffer, m_capacity, m_growBy, n);
 }
 
 void CUnicodeStringBuffer::EnsureCapacity(unsigned int n) {
-  unsigned int rounded = RoundUp(n);
-  if (m_capacity >= rounded) return;
-  unsigned short* array = NewArray(rounded);
-  if (m_pBuffer) {
-    std::memcpy(array, m_pBuffer, (static_cast<std::size_t>(GetSize()) + 1) * 2);
-  } else {
-    array[0] = 0;
-  }
-  platform::Free(m_pBuffer);
-  m_pBuffer = array;
-  m_capacity = rounded;
+  Body::Grow(m_pBuffer, m_capacity, m_growBy, n);
 }
 
 void CUnicodeStringBuffer::SetCapacityIncrement(unsigned int growthStep) {
-  m_growBy = GrowthStep(growthStep);
+  m_growBy = Body::GrowthStep(growthStep);
 }
 
 void CUnicodeStringBuffer::Assign(const unsigned short* text, unsigned int count) {
-  if (count == 0) {
-    Empty();
-    return;
-  }
-  if (m_capacity > count) {
-    std::memmove(m_pBuffer, text, static_cast<std::size_t>(count) * 2);  // may be our own text
-  } else {
-    if (count == 0xFFFFFFFFu) VESK_THROW(kSource, CMemoryException);
-    // The new array is filled before the old one is freed: text may lie in it.
-    unsigned int rounded = RoundUp(count + 1);
-    unsigned short* array = NewArray(rounded);
-    std::memcpy(array, text, static_cast<std::size_t>(count) * 2);
-    platform::Free(m_pBuffer);
-    m_pBuffer = array;
-    m_capacity = rounded;
-  }
-  m_pBuffer[count] = 0;
+  Body::Assign(m_pBuffer, m_capacity, m_growBy, text, count);
 }
 
 void CUnicodeStringBuffer::Append(const unsigned short* text, unsigned int count) {
-  if (count == 0) return;
-  unsigned int length = GetSize();
-  // A part of this buffer is found again after the array moves.
-  bool inside = m_pBuffer && text >= m_pBuffer && text < m_pBuffer + m_capacity;
-  std::size_t offset = inside ? static_cast<std::size_t>(text - m_pBuffer) : 0;
-  if (count + 1 > 0xFFFFFFFFu - length || count == 0xFFFFFFFFu) {
-    VESK_THROW(kSource, CMemoryException);
-  }
-  EnsureCapacity(length + count + 1);
-  if (inside) text = m_pBuffer + offset;
-  std::memmove(m_pBuffer + length, text, static_cast<std::size_t>(count) * 2);
-  m_pBuffer[length + count] = 0;
+  Body::Append(m_pBuffer, m_capacity, m_growBy, text, count);
 }
 
 void CUnicodeStringBuffer::AppendNarrow(const char* text, int bytes) {
@@ -159,11 +98,7 @@ CUnicodeStringBuffer& CUnicodeStringBuffer::operator=(const CUnicodeString& text
 }
 
 CUnicodeStringBuffer& CUnicodeStringBuffer::operator+=(unsigned short c) {
-  unsigned int length = GetSize();
-  if (length > 0xFFFFFFFFu - 2) VESK_THROW(kSource, CMemoryException);
-  EnsureCapacity(length + 2);
-  m_pBuffer[length] = c;
-  m_pBuffer[length + 1] = 0;
+  Body::AppendUnit(m_pBuffer, m_capacity, m_growBy, c);
   return *this;
 }
 
@@ -192,22 +127,13 @@ unsigned short* CUnicodeStringBuffer::GetBuffer(unsigned int minCapacity) {
   return m_pBuffer;
 }
 
-unsigned int CUnicodeStringBuffer::GetSize() const { return platform::Utf16Length(m_pBuffer); }
+unsigned int CUnicodeStringBuffer::GetSize() const { return Body::Traits::Length(m_pBuffer); }
 
 void CUnicodeStringBuffer::Empty() {
   if (m_pBuffer) m_pBuffer[0] = 0;
 }
 
-void CUnicodeStringBuffer::TrimToSize() {
-  if (!m_pBuffer) return;
-  unsigned int length = GetSize();
-  if (m_capacity <= length + 1) return;
-  unsigned short* array = NewArray(length + 1);
-  std::memcpy(array, m_pBuffer, (static_cast<std::size_t>(length) + 1) * 2);
-  platform::Free(m_pBuffer);
-  m_pBuffer = array;
-  m_capacity = length + 1;
-}
+void CUnicodeStringBuffer::TrimToSize() { Body::TrimToSize(m_pBuffer, m_capacity); }
 
 }  // namespace base
 }  // namespace vesk
