@@ -1,5 +1,7 @@
 #include "vesk/io/InputStream.h"
 
+#include "vesk/io/internal/StreamState.h"
+
 namespace vesk {
 namespace io {
 
@@ -15,12 +17,7 @@ int CInputStream::Read() {
   return static_cast<signed char>(byte);
 }
 
-int CInputStream::Skip(unsigned int count) {
-  if (count == 0) return 0;
-  unsigned int remaining = count;
-  while (remaining > 0 && Read() != EOS) --remaining;
-  return static_cast<int>(remaining);
-}
+int CInputStream::Skip(unsigned int count) { return internal::SkipByReading(*this, count); }
 
 }  // namespace io
 }  // namespace vesk

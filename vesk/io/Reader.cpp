@@ -1,5 +1,7 @@
 #include "vesk/io/Reader.h"
 
+#include "vesk/io/internal/StreamState.h"
+
 namespace vesk {
 namespace io {
 
@@ -15,12 +17,7 @@ int CReader::Read() {
   return unit;
 }
 
-int CReader::Skip(unsigned int count) {
-  if (count == 0) return 0;
-  unsigned int remaining = count;
-  while (remaining > 0 && Read() != EOS) --remaining;
-  return static_cast<int>(remaining);
-}
+int CReader::Skip(unsigned int count) { return internal::SkipByReading(*this, count); }
 
 }  // namespace io
 }  // namespace vesk

@@ -39,6 +39,15 @@ inline void CloseWrapped(Source*& stream) {
   wrapped->Close();
 }
 
+/// The default Skip of the input contracts: reads one unit at a time and
+/// answers the count it did not get to skip (0 when it skipped them all).
+template <typename Source>
+int SkipByReading(Source& source, unsigned int count) {
+  unsigned int remaining = count;
+  while (remaining > 0 && source.Read() != Source::EOS) --remaining;
+  return static_cast<int>(remaining);
+}
+
 /// A read buffer over a wrapped source: units [position, count) are
 /// buffered. The caller has checked that the decorator is open.
 template <typename Unit, typename Source>
