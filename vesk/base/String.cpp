@@ -276,19 +276,15 @@ CString CString::SubString(unsigned int begin, unsigned int end) const {
 CString CString::Mid(unsigned int start) const { return SubString(start); }
 
 CString CString::Mid(unsigned int start, int count) const {
-  return SubString(start, start + static_cast<unsigned int>(count));
+  return internal::CStringExtraction<CString>::Mid(*this, start, count);
 }
 
 CString CString::Left(unsigned int n) const {
-  if (n < GetLength()) return SubString(0, n);
-  return *this;
+  return internal::CStringExtraction<CString>::Left(*this, n);
 }
 
 CString CString::Right(unsigned int n) const {
-  unsigned int length = GetLength();
-  if (n >= length) return *this;
-  // The n bytes that end one before the last: existing callers depend on it.
-  return Mid(length - n - 1, static_cast<int>(n));
+  return internal::CStringExtraction<CString>::Right(*this, n);
 }
 
 // --- editing ---------------------------------------------------------------

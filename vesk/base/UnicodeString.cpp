@@ -596,19 +596,15 @@ CUnicodeString CUnicodeString::SubString(unsigned int begin, unsigned int end) c
 CUnicodeString CUnicodeString::Mid(unsigned int start) const { return SubString(start); }
 
 CUnicodeString CUnicodeString::Mid(unsigned int start, int count) const {
-  return SubString(start, start + static_cast<unsigned int>(count));
+  return internal::CStringExtraction<CUnicodeString>::Mid(*this, start, count);
 }
 
 CUnicodeString CUnicodeString::Left(unsigned int n) const {
-  if (n < GetLength()) return SubString(0, n);
-  return *this;
+  return internal::CStringExtraction<CUnicodeString>::Left(*this, n);
 }
 
 CUnicodeString CUnicodeString::Right(unsigned int n) const {
-  unsigned int length = GetLength();
-  if (n >= length) return *this;
-  // The n units that end one before the last: existing callers depend on it.
-  return Mid(length - n - 1, static_cast<int>(n));
+  return internal::CStringExtraction<CUnicodeString>::Right(*this, n);
 }
 
 // --- editing -----------------------------------------------------------------

@@ -456,6 +456,28 @@ class CStringBody {
   };
 };
 
+/// The extractions written once over the public interface of either string
+/// (S is CString or CUnicodeString).
+template <typename S>
+struct CStringExtraction {
+  /// count units from start (SubString cuts the range to the text).
+  static S Mid(const S& s, unsigned int start, int count) {
+    return s.SubString(start, start + static_cast<unsigned int>(count));
+  }
+  /// The first n units; the whole string, shared, when n reaches its length.
+  static S Left(const S& s, unsigned int n) {
+    if (n < s.GetLength()) return s.SubString(0, n);
+    return s;
+  }
+  /// The n units that end one before the last: existing callers depend on
+  /// it. The whole string, shared, when n reaches its length.
+  static S Right(const S& s, unsigned int n) {
+    unsigned int length = s.GetLength();
+    if (n >= length) return s;
+    return s.Mid(length - n - 1, static_cast<int>(n));
+  }
+};
+
 }  // namespace internal
 }  // namespace base
 }  // namespace vesk
