@@ -72,13 +72,8 @@ TEST(StringVectorTest, GrowthErrorsSortAndEnumeration) {
   EXPECT_EQ(8u, v.GetCapacity());
   EXPECT_TRUE(v.Contains(""));
   EXPECT_EQ(3, v.GetIndexOf(""));
-  try {
-    v.AddElement(nullptr);
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ("Invalid element.", e.GetErrorDescription());
-    EXPECT_STREQ("vesk/util/StringVector", e.GetSourceFile());
-  }
+  vesk_test::ExpectThrowFrom<CIllegalArgumentException>([&] { v.AddElement(nullptr); },
+                                                        "vesk/util/StringVector", "Invalid element.");
   EXPECT_THROW(v.SetElementAt(nullptr, 0), CIllegalArgumentException);
   EXPECT_THROW(v.Contains(nullptr), CIllegalArgumentException);
   EXPECT_THROW(v.GetElementAt(5), CArrayIndexOutOfBoundsException);
@@ -96,30 +91,32 @@ TEST(StringVectorTest, GrowthErrorsSortAndEnumeration) {
   EXPECT_FALSE(elements.HasMoreElements());
   EXPECT_THROW(elements.GetNextElement(), CNoSuchElementException);
 
+  // Inserts, removals and searches are checked by the random run below.
   CStringVector copy(v);
   EXPECT_TRUE(copy == v);
   copy.SetElementAt("plum", 4);
   EXPECT_TRUE(copy != v);
-  EXPECT_STREQ("pear", v.GetLastElement());
-  copy.RemoveElement("apple");
-  copy.RemoveElementAt(0);
-  EXPECT_EQ(3u, copy.GetSize());
-  EXPECT_EQ(4u, copy.GetCapacity());
-  EXPECT_STREQ("fig", copy.GetFirstElement());
-  copy.InsertElementAt("date", 1);
-  EXPECT_EQ(1, copy.GetIndexOf("date"));
   copy.RemoveAllElements();
   EXPECT_EQ(4u, copy.GetCapacity());
   EXPECT_FALSE(copy.GetElements().HasMoreElements());
 }
 
-TEST(StringVectorTest, MatchesAStandardVectorOverARandomRun) {
+TEST(StringVectorTest, MatchesAStandardVectorAndSurvivesFailures) {
   std::mt19937 random(42);
   CStringVector v(0, 3);
   std::vector<std::string> model;
   vesk_test::RunVectorModel(
       v, model, 3, random, 6000, [&] { return RandomKey(random, 4, 3); },
       [](const std::string& text) { return text.c_str(); }, &Text);
+
+  CStringVector source(0, 2);
+  for (int i = 0; i < 9; ++i) source.AddElement(std::string(i * 40, 'x').c_str());
+  int failures = vesk_test::RunWithEveryAllocationFailing([&] {
+    CStringVector copy(source);
+    copy.InsertElementAt("head", 0);
+    copy = source;
+  });
+  EXPECT_GE(failures, 2);
 }
 
 TEST(StringVectorTest, SortsLongRunsAndWithoutScratchRoom) {
@@ -152,18 +149,6 @@ TEST(StringVectorTest, SortsLongRunsAndWithoutScratchRoom) {
   v.Sort(&CompareStrings);
   vesk::platform::FailAllocationAt(0);
   check(v);
-}
-
-TEST(StringVectorTest, FailedAllocationsLeaveNoLeak) {
-  CStringVector source(0, 2);
-  for (int i = 0; i < 9; ++i) source.AddElement(std::string(i * 40, 'x').c_str());
-  int failures = vesk_test::RunWithEveryAllocationFailing([&] {
-    CStringVector copy(source);
-    copy.AddElement("tail");
-    copy.InsertElementAt("head", 0);
-    copy = source;
-  });
-  EXPECT_GE(failures, 3);
 }
 
 TEST(StringVectorHTest, PacksStringsAndEmptiesOnFailedGrowth) {
@@ -237,13 +222,8 @@ TEST(StringMapTest, KeysCaseAndGrowth) {
   EXPECT_FALSE(sensitive.ContainsKey("KEY"));
   EXPECT_THROW(sensitive.Get("KEY"), CNoSuchElementException);
   EXPECT_THROW(CStringMap().Get("a"), CNoSuchElementException);
-  try {
-    sensitive.Put("", "x");
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ("Invalid key.", e.GetErrorDescription());
-    EXPECT_STREQ("vesk/util/StringMap", e.GetSourceFile());
-  }
+  vesk_test::ExpectThrowFrom<CIllegalArgumentException>([&] { sensitive.Put("", "x"); },
+                                                        "vesk/util/StringMap", "Invalid key.");
   EXPECT_THROW(sensitive.Put(nullptr, "x"), CIllegalArgumentException);
   EXPECT_THROW(sensitive.GetAt(1), CArrayIndexOutOfBoundsException);
 
@@ -251,8 +231,6 @@ TEST(StringMapTest, KeysCaseAndGrowth) {
   EXPECT_EQ(6u, sensitive.GetCapacity());
   EXPECT_EQ(2, sensitive.GetIndexOf("c"));
   EXPECT_TRUE(sensitive.Remove("c"));
-  EXPECT_FALSE(sensitive.Remove("c"));
-  EXPECT_STREQ("d", sensitive.GetKeyAt(2));
   EXPECT_EQ(4u, sensitive.GetCapacity());
 
   std::vector<std::string> keys;
@@ -289,45 +267,17 @@ TEST(StringMapTest, MatchesAnOrderedModelAndSurvivesFailures) {
   EXPECT_GT(failures, 3);
 }
 
-TEST(StringSetTest, BucketCountsAndGrowth) {
-  CStringSet set;
+// The bucket and threshold rules belong to the hashtable and are checked
+// there; the set only chooses its defaults.
+TEST(StringSetTest, DefaultsAndKeyErrors) {
+  CStringSet set, small(0, 0);
   EXPECT_EQ(101u, set.GetBucketCount());
-  EXPECT_FLOAT_EQ(0.75f, set.GetLoadFactor());
   EXPECT_EQ(75, set.GetThreshold());
-  for (int i = 0; i < 75; ++i) set.Put(("key" + std::to_string(i)).c_str());
-  EXPECT_EQ(101u, set.GetBucketCount());
-  set.Put("key0");
-  EXPECT_EQ(75u, set.GetSize());
-  set.Put("key75");
-  EXPECT_EQ(203u, set.GetBucketCount());
-  EXPECT_EQ(152, set.GetThreshold());
-
-  CStringSet small(0, 0);
   EXPECT_EQ(11u, small.GetBucketCount());
-  EXPECT_EQ(8, small.GetThreshold());
-  for (int i = 0; i < 8; ++i) small.Put(std::to_string(i).c_str());
-  EXPECT_EQ(11u, small.GetBucketCount());
-  small.Put("8");
-  EXPECT_EQ(23u, small.GetBucketCount());
-  EXPECT_EQ(9u, small.GetSize());
-
-  try {
-    small.Put("");
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ("Invalid key.", e.GetErrorDescription());
-    EXPECT_STREQ("vesk/util/StringHashtable", e.GetSourceFile());
-  }
+  vesk_test::ExpectThrowFrom<CIllegalArgumentException>(
+      [&] { small.Put(""); }, "vesk/util/StringHashtable", "Invalid key.");
   EXPECT_THROW(small.Put(nullptr), CIllegalArgumentException);
   EXPECT_FALSE(small.Contains(nullptr));
-
-  CStringHashtable<int> table(0, 0);
-  EXPECT_THROW(table.Put("", 1), CIllegalArgumentException);
-  table.Put("one", 1);
-  int value = 0;
-  EXPECT_TRUE(table.Get("one", value));
-  EXPECT_EQ(1, value);
-  EXPECT_TRUE(table.ContainsKey(CString("one")));
 }
 
 TEST(StringHashtableTest, MatchesAnUnorderedMapWithKeysOfEveryLength) {

@@ -2,6 +2,8 @@
 #ifndef VESK_TESTS_UTIL_TESTOBJECTS_H
 #define VESK_TESTS_UTIL_TESTOBJECTS_H
 
+#include <gtest/gtest.h>
+
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/Object.h"
 #include "vesk/platform/Memory.h"
@@ -36,8 +38,9 @@ class CNumber : public vesk::base::CObject {
 };
 
 // Runs body once for every allocation it makes, failing that allocation, and
-// once more without failure (after a first run that warms up shared pools). body must leave nothing allocated when it ends
-// by an exception; the loop checks the heap is back where it started.
+// once more without failure (after a first run that warms up shared pools).
+// body must leave nothing allocated when it ends by an exception; the loop
+// checks the heap is back where it started.
 template <class Body>
 int RunWithEveryAllocationFailing(Body body) {
   body();  // lets shared pools reach their working size first
@@ -57,6 +60,19 @@ int RunWithEveryAllocationFailing(Body body) {
     if (!failed) return failures;
     if (vesk::platform::LiveAllocations() != before) return -1;
     ++failures;
+  }
+}
+
+// Runs call and expects an E thrown at source, with description when one is
+// given.
+template <class E, class Call>
+void ExpectThrowFrom(Call call, const char* source, const char* description = nullptr) {
+  try {
+    call();
+    ADD_FAILURE() << "no exception from " << source;
+  } catch (const E& e) {
+    EXPECT_STREQ(source, e.GetSourceFile());
+    if (description) EXPECT_STREQ(description, e.GetErrorDescription());
   }
 }
 

@@ -1,7 +1,9 @@
+// The 16-bit string collections share their bodies with the narrow ones
+// (growth, removal and sort rules are checked there); these tests cover what
+// is their own: texts beyond ASCII, case folding, their messages and sources.
 #include <algorithm>
 #include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -60,45 +62,25 @@ int CompareUnits(const void* a, const void* b) {
   return static_cast<const CUnicodeString*>(a)->Compare(*static_cast<const CUnicodeString*>(b));
 }
 
-TEST(UnicodeStringVectorTest, GrowthErrorsSortAndEnumeration) {
+TEST(UnicodeStringVectorTest, ErrorsSearchesAndEnumeration) {
   CUnicodeStringVector v(0, 4);
   EXPECT_EQ(10u, CUnicodeStringVector(0, 0).GetGrowthStep());
-  for (const char16_t* text : {u"pear", u"\u00e4pfel", u"fig", u"", u"kiwi"}) v.AddElement(U(text));
-  EXPECT_EQ(8u, v.GetCapacity());
-  EXPECT_TRUE(v.Contains(U(u"")));
+  for (const char16_t* text : {u"pear", u"\u00e4pfel", u""}) v.AddElement(U(text));
   EXPECT_EQ(1, v.GetIndexOf(U(u"\u00e4pfel")));
   EXPECT_EQ(-1, v.GetIndexOf(U(u"\u00c4pfel")));  // by text, case sensitively
   EXPECT_EQ(-1, v.GetIndexOf(nullptr));
-  try {
-    v.AddElement(nullptr);
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ("Invalid element.", e.GetErrorDescription());
-    EXPECT_STREQ("vesk/util/UnicodeStringVector", e.GetSourceFile());
-  }
-  EXPECT_THROW(v.SetElementAt(nullptr, 0), CIllegalArgumentException);
+  vesk_test::ExpectThrowFrom<CIllegalArgumentException>([&] { v.AddElement(nullptr); },
+                                             "vesk/util/UnicodeStringVector", "Invalid element.");
   EXPECT_THROW(v.Contains(nullptr), CIllegalArgumentException);
-  EXPECT_THROW(v.GetElementAt(5), CArrayIndexOutOfBoundsException);
-  EXPECT_THROW(v.SetElementAt(U(u"x"), 5), CArrayIndexOutOfBoundsException);
-  EXPECT_THROW(v.InsertElementAt(U(u"x"), 6), CArrayIndexOutOfBoundsException);
-  EXPECT_THROW(v.Sort(nullptr), CIllegalArgumentException);
-  EXPECT_EQ(5u, v.GetSize());
+  EXPECT_THROW(v.InsertElementAt(U(u"x"), 4), CArrayIndexOutOfBoundsException);
+  EXPECT_EQ(3u, v.GetSize());
 
-  v.Sort(&CompareUnits);
-  const char16_t* sorted[] = {u"", u"fig", u"kiwi", u"pear", u"\u00e4pfel"};
   CEnumeration<CUnicodeString> elements = v.GetElements();
   CEnumeration<CUnicodeString> sameWalk = elements;
-  for (const char16_t* text : sorted) {
-    ASSERT_TRUE(elements.HasMoreElements());
-    EXPECT_EQ(std::u16string(text), Text(sameWalk.GetNextElement()));
-  }
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(Text(v[i]), Text(sameWalk.GetNextElement()));
   EXPECT_FALSE(elements.HasMoreElements());
-  try {
-    elements.GetNextElement();
-    FAIL();
-  } catch (const CNoSuchElementException& e) {
-    EXPECT_STREQ("vesk/util/UnicodeStringVectorEnumeration", e.GetSourceFile());
-  }
+  vesk_test::ExpectThrowFrom<CNoSuchElementException>([&] { elements.GetNextElement(); },
+                                           "vesk/util/UnicodeStringVectorEnumeration");
   // The enumeration returns the vector's own elements.
   vesk::util::CUnicodeStringVectorEnumeration walk(&v);
   walk.GetNextElement() = U(u"changed");
@@ -106,21 +88,14 @@ TEST(UnicodeStringVectorTest, GrowthErrorsSortAndEnumeration) {
 
   CUnicodeStringVector copy(v);
   EXPECT_TRUE(copy == v);
-  copy.SetElementAt(U(u"plum"), 4);
+  copy.SetElementAt(U(u"plum"), 2);
   EXPECT_TRUE(copy != v);
-  copy.RemoveElement(U(u"fig"));
-  copy.RemoveElementAt(0);
-  EXPECT_EQ(3u, copy.GetSize());
-  EXPECT_EQ(4u, copy.GetCapacity());
-  EXPECT_EQ(u"plum", Text(copy.GetLastElement()));
   copy.RemoveAllElements();
-  EXPECT_EQ(4u, copy.GetCapacity());
-  EXPECT_FALSE(copy.GetElements().HasMoreElements());
   copy.TrimToSize();
   EXPECT_EQ(0u, copy.GetCapacity());
 }
 
-TEST(UnicodeStringVectorTest, MatchesAStandardVectorOverARandomRun) {
+TEST(UnicodeStringVectorTest, MatchesAStandardVectorAndSurvivesFailures) {
   std::mt19937 random(7);
   CUnicodeStringVector v(0, 3);
   std::vector<std::u16string> model;
@@ -131,83 +106,43 @@ TEST(UnicodeStringVectorTest, MatchesAStandardVectorOverARandomRun) {
   v.Sort(&CompareUnits);
   std::sort(model.begin(), model.end());
   for (unsigned int i = 0; i < model.size(); ++i) ASSERT_EQ(model[i], Text(v[i]));
-}
 
-TEST(UnicodeStringVectorTest, SortsAndReleasesThousandsOfStrings) {
-  std::mt19937 random(8);
-  std::vector<std::u16string> model;
-  CUnicodeStringVector v(0, 512);
-  for (int i = 0; i < 5000; ++i) {
-    model.push_back(RandomText(random, 6));
-    v.AddElement(U(model.back()));
-  }
-  v.Sort(&CompareUnits);
-  std::sort(model.begin(), model.end());
-  for (unsigned int i = 0; i < model.size(); ++i) ASSERT_EQ(model[i], Text(v[i]));
-  CUnicodeStringVector copy(v);
-  v.RemoveAllElements();
-  EXPECT_EQ(512u, v.GetCapacity());
-  EXPECT_EQ(model.back(), Text(copy.GetLastElement()));
-}
-
-TEST(UnicodeStringVectorTest, FailedAllocationsLeaveNoLeak) {
   CUnicodeStringVector source(0, 2);
   for (int i = 0; i < 9; ++i) source.AddElement(U(std::u16string(i * 40, u'\u00e9')));
   int failures = vesk_test::RunWithEveryAllocationFailing([&] {
     CUnicodeStringVector copy(source);
-    copy.AddElement(U(u"tail"));
     copy.InsertElementAt(U(u"head"), 0);
     EXPECT_EQ(u"head", Text(copy[0]));
     copy = source;
   });
-  EXPECT_GE(failures, 3);
+  EXPECT_GE(failures, 2);
 }
 
-TEST(UnicodeStringMapTest, KeysCaseAndGrowth) {
+TEST(UnicodeStringMapTest, KeysFoldBeyondAsciiAndErrors) {
   CUnicodeStringMap insensitive(false, 0, 0);
-  EXPECT_EQ(5u, insensitive.GetGrowthStep());
-  EXPECT_EQ(0u, insensitive.GetCapacity());
   insensitive.Put(U(u"\u00c4rger"), U(u"v1"));
-  EXPECT_EQ(5u, insensitive.GetCapacity());
-  // Case is folded beyond ASCII.
   EXPECT_TRUE(insensitive.ContainsKey(U(u"\u00e4RGER")));
   insensitive.Put(U(u"\u00e4rger"), nullptr);
   EXPECT_EQ(1u, insensitive.GetSize());
   EXPECT_TRUE(insensitive.Get(U(u"\u00c4RGER")).IsEmpty());
-  EXPECT_EQ(u"\u00c4rger", Text(insensitive.GetKeyAt(0)));
+  EXPECT_EQ(u"\u00c4rger", Text(insensitive.GetKeyAt(0)));  // the first spelling stays
 
   CUnicodeStringMap sensitive(true, 3, 2);
   EXPECT_TRUE(sensitive.IsKeyCaseSensitive());
-  EXPECT_EQ(4u, sensitive.GetCapacity());
   sensitive.Put(U(u"Key"), U(u"v1"));
   EXPECT_FALSE(sensitive.ContainsKey(U(u"KEY")));
   EXPECT_THROW(sensitive.Get(U(u"KEY")), CNoSuchElementException);
-  EXPECT_THROW(CUnicodeStringMap().Get(U(u"a")), CNoSuchElementException);
-  try {
-    sensitive.Put(U(u""), U(u"x"));
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ("Invalid key.", e.GetErrorDescription());
-    EXPECT_STREQ("vesk/util/UnicodeStringMap", e.GetSourceFile());
-  }
+  vesk_test::ExpectThrowFrom<CIllegalArgumentException>([&] { sensitive.Put(U(u""), U(u"x")); },
+                                             "vesk/util/UnicodeStringMap", "Invalid key.");
   EXPECT_THROW(sensitive.Put(nullptr, U(u"x")), CIllegalArgumentException);
-  EXPECT_THROW(sensitive.GetAt(1), CArrayIndexOutOfBoundsException);
   EXPECT_THROW(sensitive.GetKeyAt(1), CArrayIndexOutOfBoundsException);
-
-  for (const char16_t* key : {u"b", u"c", u"d", u"e"}) sensitive.Put(U(key), U(key));
-  EXPECT_EQ(6u, sensitive.GetCapacity());
-  EXPECT_EQ(2, sensitive.GetIndexOf(U(u"c")));
+  for (const char16_t* key : {u"b", u"c"}) sensitive.Put(U(key), U(key));
   EXPECT_TRUE(sensitive.Contains(U(u"v1")));
-  EXPECT_TRUE(sensitive.Remove(U(u"c")));
-  EXPECT_FALSE(sensitive.Remove(U(u"c")));
-  EXPECT_EQ(u"d", Text(sensitive.GetKeyAt(2)));
-  EXPECT_EQ(4u, sensitive.GetCapacity());
 
   std::vector<std::u16string> keys;
   for (CUnicodeStringMap::CKeyIterator it = sensitive.GetKeyIterator(); it.HasMoreElements();)
     keys.push_back(Text(it.GetNextElement()));
-  EXPECT_EQ((std::vector<std::u16string>{u"Key", u"b", u"d", u"e"}), keys);
-
+  EXPECT_EQ((std::vector<std::u16string>{u"Key", u"b", u"c"}), keys);
   vesk_test::ExpectMapEqualityIgnoresOrder(sensitive, U(u"b"), U(u"other"));
 }
 
@@ -233,10 +168,9 @@ TEST(UnicodeStringMapTest, MatchesAnOrderedModelAndSurvivesFailures) {
   int failures = vesk_test::RunWithEveryAllocationFailing([&] {
     CUnicodeStringMap copy(map);
     copy.Put(U(u"a-new-key"), U(u"value"));
-    copy.Put(U(u"another-new-key"), U(u"value"));
     copy = map;
   });
-  EXPECT_GT(failures, 3);
+  EXPECT_GT(failures, 2);
 }
 
 }  // namespace
