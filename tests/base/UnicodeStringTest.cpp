@@ -1,6 +1,5 @@
 #include <cstdarg>
 #include <cstring>
-#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -40,14 +39,6 @@ Units UnitsOf(std::initializer_list<unsigned short> units) { return Units(units)
 const CUnicodeStringData* Header(const CUnicodeString& s) {
   const unsigned short* text = s;
   return *text ? reinterpret_cast<const CUnicodeStringData*>(text) - 1 : nullptr;
-}
-
-// Makes each allocation of op fail in turn, from the first until op gets
-// through (with the pools warmed up first): every failure must be a
-// CMemoryException and leave nothing behind.
-void ExpectEveryFailureClean(const std::function<void()>& op) {
-  op();
-  EXPECT_GT(FailEachAllocationInTurn(op), 0) << "the operation never allocated";
 }
 
 // Random valid UTF-16: ASCII, two- and three-byte characters and pairs.
@@ -112,28 +103,6 @@ TEST(UnicodeString, ConvertsNarrowTextAsUtf8) {
   EXPECT_EQ(nullptr, Header(fromNull));
   EXPECT_EQ(nullptr, Header(fromEmpty));
   EXPECT_EQ(0, static_cast<const unsigned short*>(fromNull)[0]);
-}
-
-TEST(UnicodeString, CopiesShareUntilModified) {
-  CUnicodeString a(W(u"shared text"));
-  CUnicodeString b(a);
-  CUnicodeString c;
-  c = b;
-  EXPECT_EQ(static_cast<const unsigned short*>(a), static_cast<const unsigned short*>(b));
-  EXPECT_EQ(3u, Header(a)->refCount);
-  b.SetAt(0, 'S');
-  EXPECT_EQ(Units(W(u"shared text")), UnitsOf(a));
-  EXPECT_EQ(Units(W(u"Shared text")), UnitsOf(b));
-  EXPECT_EQ(2u, Header(a)->refCount);
-  // Empty on a shared buffer only drops the reference.
-  c.Empty();
-  EXPECT_EQ(1u, Header(a)->refCount);
-  EXPECT_EQ(Units(W(u"shared text")), UnitsOf(a));
-  // Left, Right and copies of the whole string share too.
-  CUnicodeString whole = a.Left(100);
-  EXPECT_EQ(static_cast<const unsigned short*>(a), static_cast<const unsigned short*>(whole));
-  a = a;
-  EXPECT_EQ(2u, Header(a)->refCount);
 }
 
 TEST(UnicodeString, BuffersComeFromTheirOwnPools) {
@@ -209,12 +178,8 @@ TEST(UnicodeString, ComparesUnitByUnit) {
   CUnicodeString pair(W(u"𝄞"));
   EXPECT_TRUE(pair > W(u"\uD7FF"));
   EXPECT_TRUE(pair < W(u"\uE000"));
-  EXPECT_TRUE(CUnicodeString("abc") == W(u"abc"));
-  EXPECT_TRUE(W(u"abc") == CUnicodeString("abc"));
-  EXPECT_TRUE("abd" > CUnicodeString("abc"));
-  EXPECT_TRUE(CUnicodeString("ab") < CUnicodeString("abc"));
-  EXPECT_TRUE(CUnicodeString("ab") != "abc");
-  EXPECT_TRUE(CUnicodeString("b") >= "b");
+  EXPECT_TRUE(W(u"abc") == CUnicodeString("abc") && "abd" > CUnicodeString("abc"));
+  EXPECT_TRUE(CUnicodeString("ab") < CUnicodeString("abc") && CUnicodeString("ab") != "abc");
 }
 
 TEST(UnicodeString, SearchesKeepTheirQuirks) {
@@ -252,21 +217,14 @@ TEST(UnicodeString, SearchesKeepTheirQuirks) {
   EXPECT_EQ(1, CUnicodeString("a?b").Find('\xE9'));
 }
 
-TEST(UnicodeString, ExtractsLikeTheNarrowString) {
+// The extraction rules themselves are the narrow string's (one implementation).
+TEST(UnicodeString, ExtractsAndCopiesOut) {
   CUnicodeString s(W(u"abcde"));
   EXPECT_EQ(Units(W(u"cd")), UnitsOf(s.Right(2)));
-  EXPECT_EQ(Units(W(u"abcde")), UnitsOf(s.Right(5)));
-  EXPECT_EQ(Units(W(u"abcde")), UnitsOf(s.Right(9)));
-  EXPECT_TRUE(s.Left(0).IsEmpty());
-  EXPECT_EQ(Units(W(u"ab")), UnitsOf(s.Left(2)));
-  EXPECT_EQ(Units(W(u"cde")), UnitsOf(s.SubString(2)));
   EXPECT_EQ(Units(W(u"bc")), UnitsOf(s.SubString(1, 3)));
-  EXPECT_EQ(Units(W(u"bcde")), UnitsOf(s.SubString(1, 99)));
-  EXPECT_TRUE(s.SubString(3, 3).IsEmpty());
-  EXPECT_TRUE(s.SubString(5).IsEmpty());
   EXPECT_EQ(Units(W(u"bcd")), UnitsOf(s.Mid(1, 3)));
-  EXPECT_EQ(Units(W(u"de")), UnitsOf(s.Mid(3)));
-  EXPECT_TRUE(CUnicodeString().Right(0).IsEmpty());
+  EXPECT_EQ(static_cast<const unsigned short*>(s),
+            static_cast<const unsigned short*>(s.Left(100)));  // the whole string is shared
   EXPECT_EQ('e', s[4]);
   EXPECT_EQ(0, s.GetAt(5));
   unsigned short out[4] = {9, 9, 9, 9};
@@ -282,20 +240,16 @@ TEST(UnicodeString, EditsInPlace) {
   EXPECT_EQ(Units(W(u"one two one")), UnitsOf(keep));
   EXPECT_EQ(2, s.Replace(W(u"three"), W(u"")));
   EXPECT_EQ(Units(W(u" two ")), UnitsOf(s));
-  EXPECT_EQ(0, s.Replace(W(u"zz"), W(u"y")));
   EXPECT_EQ(1, s.Replace(static_cast<const unsigned short*>(s), nullptr));  // its own text
   EXPECT_TRUE(s.IsEmpty());
   CUnicodeString t(W(u"a-b-c"));
   EXPECT_EQ(2, t.Replace('-', '+'));
-  EXPECT_EQ(0, t.Replace('+', '+'));
   EXPECT_EQ(2, t.Remove(static_cast<unsigned short>('+')));
   EXPECT_EQ(Units(W(u"abc")), UnitsOf(t));
   EXPECT_EQ(4, t.Insert(1, W(u"X")));
   EXPECT_EQ(6, t.Insert(99, "\xE2\x82\xAC\xE2\x82\xAC"));
   EXPECT_EQ(Units(W(u"aXbc€€")), UnitsOf(t));
   EXPECT_EQ(6, t.Delete(1, 1));
-  EXPECT_EQ(5, t.Delete(9, 1));
-  EXPECT_EQ(5, t.Delete(0, 0));
   EXPECT_EQ(5, t.Delete(3, 50));
   EXPECT_EQ(Units(W(u"abc")), UnitsOf(t));
   EXPECT_EQ(5, t.Insert(0, static_cast<const unsigned short*>(t) + 1));  // its own text
@@ -560,32 +514,19 @@ TEST(UnicodeString, FormatsSixteenBitText) {
 TEST(UnicodeString, AllocationFailuresThrowAndLeakNothing) {
   const std::string longNarrow(1500, 'n');
   Units longWide(1800, 'w');
-  ExpectEveryFailureClean([&] { CUnicodeString s(longNarrow.c_str()); });
-  ExpectEveryFailureClean([&] {
-    CUnicodeString s(W(u"short"));
-    CUnicodeString copy(s);
-    s += longWide.c_str();  // unshares into a heap block
-  });
-  ExpectEveryFailureClean([&] {
-    CUnicodeString s;
+  auto op = [&] {
+    CUnicodeString s(longNarrow.c_str());
+    CUnicodeString shortOne(W(u"a b a"));
+    CUnicodeString copy(shortOne);
+    shortOne += longWide.c_str();  // unshares into a heap block
+    copy.Replace(W(u"a"), longWide.c_str());
     s.Format(W(u"%s%s"), longWide.c_str(), longWide.c_str());  // grows past 1024 units
-  });
-  ExpectEveryFailureClean([&] {
-    CUnicodeString s(longWide.c_str());
     CString narrow = s.ToUTF8();
-  });
-  ExpectEveryFailureClean([&] {
-    CUnicodeString s(longWide.c_str());
     s.Compare(longNarrow.c_str());  // the narrow side goes through a scratch buffer
-  });
-  ExpectEveryFailureClean([&] {
-    CUnicodeString s;
     s.FromUTF8(longNarrow.c_str(), -1);
-  });
-  ExpectEveryFailureClean([&] {
-    CUnicodeString s(W(u"a b a"));
-    s.Replace(W(u"a"), longWide.c_str());
-  });
+  };
+  op();  // warms the pools
+  EXPECT_GE(FailEachAllocationInTurn(op), 8);
   // The exception names its source.
   FaultGuard guard;
   platform::FailAllocationAt(1, true);
