@@ -41,85 +41,26 @@ using vesk_test::ExpectThrow;
 using vesk_test::FromU16;
 using vesk_test::ToU16;
 
-/// Collects bytes and counts what the data stream did to it.
-class CSink : public COutputStream {
- public:
-  explicit CSink(int* destroyed = nullptr) : m_destroyed(destroyed) {}
-  ~CSink() override {
-    if (m_destroyed) ++*m_destroyed;
-  }
-  void Write(const char* buffer, unsigned int offset, unsigned int length) override {
-    ++writes;
-    bytes.append(buffer + offset, length);
-  }
-  void Write(const char* buffer, unsigned int length) override { Write(buffer, 0, length); }
-  void Write(char byte) override {
-    ++writes;
-    bytes.push_back(byte);
-  }
-  void Flush() override { ++flushes; }
-  void Close() override {
-    ++closes;
-    if (failClose) throw CIOException("sink", 1, "close failed");
-  }
+using vesk_test::CTestInputStream;
+using vesk_test::CTestOutputStream;
 
-  std::string bytes;
-  int writes = 0, flushes = 0, closes = 0;
-  bool failClose = false;
-
- private:
-  int* m_destroyed;
-};
-
-/// Hands out fixed bytes through the array reads only; counts the calls.
-class CSource : public CInputStream {
- public:
-  explicit CSource(std::string data, int* destroyed = nullptr)
-      : m_data(std::move(data)), m_destroyed(destroyed) {}
-  ~CSource() override {
-    if (m_destroyed) ++*m_destroyed;
-  }
-  unsigned int GetAvailable() const override {
-    return static_cast<unsigned int>(m_data.size() - m_pos);
-  }
-  int Read(char* buffer, unsigned int offset, unsigned int length) override {
-    ++reads;
-    if (length == 0) return 0;
-    if (m_pos >= m_data.size()) return -1;
-    size_t n = std::min<size_t>(length, m_data.size() - m_pos);
-    if (chunk && n > chunk) n = chunk;
-    std::memcpy(buffer + offset, m_data.data() + m_pos, n);
-    m_pos += n;
-    return static_cast<int>(n);
-  }
+/// Answers every Skip with 7, so a test can tell it was asked.
+struct CSkipSource : CTestInputStream {
+  using CTestInputStream::CTestInputStream;
   int Skip(unsigned int count) override {
     skipped += count;
     return 7;
   }
-  void Reset() override { ++resets; }
-  void Close() override {
-    ++closes;
-    if (failClose) throw CIOException("source", 1, "close failed");
-  }
-
-  int reads = 0, resets = 0, closes = 0;
   unsigned int skipped = 0;
-  size_t chunk = 0;  // most bytes per array read (0: no limit)
-  bool failClose = false;
-
- private:
-  std::string m_data;
-  size_t m_pos = 0;
-  int* m_destroyed;
 };
 
 /// Bytes written by fill through a fresh stream of type S.
 template <class S = CDataOutputStream, class F>
 std::string Written(F fill) {
-  CSink sink;
+  CTestOutputStream sink;
   S out(&sink);
   fill(out);
-  return sink.bytes;
+  return sink.data;
 }
 
 // --- wire format ---------------------------------------------------------------------------
@@ -141,11 +82,11 @@ TEST(DataOutputStream, WireFormat) {
   EXPECT_EQ(Written([](O& o) { o.WriteUByte(0xFE); }), "\xFE");
 
   // One Write on the wrapped stream per value.
-  CSink sink;
+  CTestOutputStream sink;
   CDataOutputStream out(&sink);
   out << true << 'a' << (unsigned char)1 << (short)2 << 3 << (unsigned short)4 << 5u << 6.0f << 7.0;
-  EXPECT_EQ(sink.writes, 9);
-  EXPECT_EQ(sink.bytes.size(), 1u + 1 + 1 + 2 + 4 + 2 + 4 + 4 + 8);
+  EXPECT_EQ(sink.writes.size(), 9u);
+  EXPECT_EQ(sink.data.size(), 1u + 1 + 1 + 2 + 4 + 2 + 4 + 4 + 8);
 }
 
 TEST(DataOutputStream, Strings) {
@@ -188,21 +129,21 @@ TEST(DataOutputStream, Strings) {
 }
 
 TEST(JavaDataOutputStream, LengthLimit) {
-  CSink sink;
+  CTestOutputStream sink;
   CJavaDataOutputStream out(&sink);
   // 21845 three-byte characters = 65535 bytes: accepted.
   std::u16string max(21845, u'\u20AC');
   out.WriteString(FromU16(max));
-  ASSERT_EQ(sink.bytes.size(), 2u + 65535);
-  EXPECT_EQ(sink.bytes.substr(0, 2), "\xFF\xFF");
-  sink.bytes.clear();
+  ASSERT_EQ(sink.data.size(), 2u + 65535);
+  EXPECT_EQ(sink.data.substr(0, 2), "\xFF\xFF");
+  sink.data.clear();
   ExpectThrow<CIOException>([&] { out.WriteString(FromU16(max + u"x")); },
                             "The specified string is too long.", "vesk/io/JavaDataOutputStream");
-  EXPECT_EQ(sink.bytes, "");
+  EXPECT_EQ(sink.data, "");
   // The native form has no such limit.
   CDataOutputStream native(&sink);
   native.WriteString(FromU16(max + u"x"));
-  EXPECT_EQ(sink.bytes.substr(0, 4), std::string("\x00\x01\x00\x00", 4));
+  EXPECT_EQ(sink.data.substr(0, 4), std::string("\x00\x01\x00\x00", 4));
 }
 
 // --- reading -------------------------------------------------------------------------------
@@ -252,7 +193,7 @@ TEST(DataInputStream, RoundTripsEveryTypeInBothForms) {
 }
 
 TEST(DataInputStream, EndOfDataAndOddBytes) {
-  CSource source(std::string("\x02\x01", 2));
+  CTestInputStream source(std::string("\x02\x01", 2));
   CDataInputStream in(&source);
   EXPECT_FALSE(in.ReadBool());  // 02 is not true
   EXPECT_TRUE(in.ReadBool());
@@ -268,7 +209,7 @@ TEST(DataInputStream, EndOfDataAndOddBytes) {
 
 TEST(DataInputStream, StringReads) {
   // A zero byte in the data ends the string; the rest of it is consumed.
-  CSource source(
+  CTestInputStream source(
       std::string("\x00\x00\x00\x05"
                   "ab\0cd"
                   "\x00\x01"
@@ -280,31 +221,15 @@ TEST(DataInputStream, StringReads) {
   CJavaDataInputStream java(&source);
   EXPECT_EQ(ToU16(java.ReadString()), u"x");
 
-  // The count and the bytes each take one read.
-  CSource counted(
-      std::string("\x00\x00\x00\x03"
-                  "abc",
-                  7));
-  CDataInputStream in2(&counted);
-  EXPECT_EQ(ToU16(in2.ReadString()), u"abc");
-  EXPECT_EQ(counted.reads, 2);
-
-  // A count beyond the data yields what arrived.
-  CSource shortData(
-      std::string("\x00\x00\x00\x40"
-                  "hi",
-                  6));
-  CDataInputStream in3(&shortData);
-  EXPECT_EQ(ToU16(in3.ReadString()), u"hi");
-
-  // A count of nearly 4 GB from damaged data: only the bytes there are read,
-  // without reserving the full count first.
-  CSource damaged(
-      std::string("\xFF\xFF\xFF\xF0"
-                  "abc",
-                  7));
-  CDataInputStream in4(&damaged);
-  EXPECT_EQ(ToU16(in4.ReadString()), u"abc");
+  // The count and the bytes each take one read; a count beyond the data,
+  // even one of nearly 4 GB from damaged data, yields what arrived without
+  // reserving the full count first.
+  for (const char* count : {"\x00\x00\x00\x03", "\x00\x00\x00\x40", "\xFF\xFF\xFF\xF0"}) {
+    CTestInputStream counted(std::string(count, 4) + "abc");
+    CDataInputStream reader(&counted);
+    EXPECT_EQ(ToU16(reader.ReadString()), u"abc");
+    if (count[3] == 3) EXPECT_EQ(counted.requests.size(), 2u);
+  }
 }
 
 TEST(DataInputStream, LongStringsArriveInPieces) {
@@ -312,8 +237,7 @@ TEST(DataInputStream, LongStringsArriveInPieces) {
   std::string text(200000, 'x');
   text[123456] = 'y';
   std::string bytes = std::string("\x00\x03\x0D\x40", 4) + text;
-  CSource source(bytes);
-  source.chunk = 1000;
+  CTestInputStream source(bytes, 1000);
   CDataInputStream in(&source);
   CUnicodeString s = in.ReadString();
   ASSERT_EQ(s.GetLength(), 200000u);
@@ -322,11 +246,7 @@ TEST(DataInputStream, LongStringsArriveInPieces) {
 }
 
 TEST(DataInputStream, StringBufferAllocationFailure) {
-  std::string data(
-      "\x00\x00\x00\x03"
-      "abc",
-      7);
-  CSource source(data);
+  CTestInputStream source(std::string("\x00\x00\x00\x03abc", 7));
   CDataInputStream in(&source);
   long live = platform::LiveAllocations();
   platform::FailAllocationAt(1, true);
@@ -353,7 +273,7 @@ TEST(DataStreams, ObjectsWriteExactlyTheirHooksBytes) {
   EXPECT_EQ(bytes, std::string("\x00\x00\x00\x01\xFF\xFF\xFF\xFF\x00\x00\x00\x01p", 13));
   EXPECT_EQ(Written([&](CDataOutputStream& o) { o.WriteObject(p); }), bytes);
 
-  CSource source(bytes);
+  CTestInputStream source(bytes);
   CDataInputStream in(&source);
   Point q;
   in >> q;
@@ -365,46 +285,44 @@ TEST(DataStreams, ObjectsWriteExactlyTheirHooksBytes) {
 // --- construction, forwarding and closing ---------------------------------------------
 
 TEST(DataStreams, ConstructorsRejectMissingStreams) {
-  ExpectThrow<CIllegalArgumentException>([] { CDataInputStream in{CRef<CInputStream>()}; },
-                                         "Invalid input stream.", "vesk/io/DataInputStream");
-  ExpectThrow<CIllegalArgumentException>(
-      [] { CDataInputStream in(static_cast<CInputStream*>(nullptr)); }, "Invalid intput stream.",
-      "vesk/io/DataInputStream");
-  ExpectThrow<CIllegalArgumentException>(
-      [] { CJavaDataInputStream in(static_cast<CInputStream*>(nullptr)); },
-      "Invalid intput stream.", "vesk/io/DataInputStream");
-  ExpectThrow<CIllegalArgumentException>([] { CDataOutputStream out{CRef<COutputStream>()}; },
-                                         "Invalid output stream.", "vesk/io/DataOutputStream");
-  ExpectThrow<CIllegalArgumentException>(
-      [] { CJavaDataOutputStream out(static_cast<COutputStream*>(nullptr)); },
-      "Invalid output stream.", "vesk/io/DataOutputStream");
+  // The two input forms tell apart by their (misspelt) text.
+  const char* in = "vesk/io/DataInputStream";
+  const char* out = "vesk/io/DataOutputStream";
+  ExpectThrow<CIllegalArgumentException>([] { CDataInputStream s{CRef<CInputStream>()}; },
+                                         "Invalid input stream.", in);
+  ExpectThrow<CIllegalArgumentException>([] { CJavaDataInputStream s((CInputStream*)nullptr); },
+                                         "Invalid intput stream.", in);
+  ExpectThrow<CIllegalArgumentException>([] { CDataOutputStream s{CRef<COutputStream>()}; },
+                                         "Invalid output stream.", out);
+  ExpectThrow<CIllegalArgumentException>([] { CJavaDataOutputStream s((COutputStream*)nullptr); },
+                                         "Invalid output stream.", out);
 }
 
 TEST(DataStreams, SharedStreamsLiveAsLongAsTheDataStream) {
-  int destroyed = 0;
-  CSink* sink = new CSink(&destroyed);
+  vesk_test::Tally sunk, sourced;
+  CTestOutputStream* sink = new CTestOutputStream(&sunk);
   {
     CRef<COutputStream> ref(sink);
     CDataOutputStream* out = new CDataOutputStream(ref);
     EXPECT_EQ(ref.GetRefCount(), 2u);
     ref = vesk::null;
     out->WriteInt32(1);
-    EXPECT_EQ(sink->bytes.size(), 4u);
+    EXPECT_EQ(sink->data.size(), 4u);
     delete out;  // neither flushes nor closes
   }
-  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(sunk.destroyed, 1);
+  EXPECT_EQ(sunk.flushed + sunk.closed, 0);
 
-  destroyed = 0;
-  CSource* source = new CSource("x", &destroyed);
+  CTestInputStream* source = new CTestInputStream("x", 0, &sourced);
   CJavaDataInputStream* in = new CJavaDataInputStream(CRef<CInputStream>(source));
   EXPECT_EQ(in->ReadByte(), 'x');
-  EXPECT_EQ(source->closes, 0);
   delete in;
-  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(sourced.destroyed, 1);
+  EXPECT_EQ(sourced.closed, 0);
 }
 
 TEST(DataStreams, ForwardingAndClose) {
-  CSource source("abcdef");
+  CSkipSource source("abcdef");
   CDataInputStream in(&source);
   EXPECT_EQ(in.GetAvailable(), 6u);
   char buf[4] = {};
@@ -415,24 +333,24 @@ TEST(DataStreams, ForwardingAndClose) {
   EXPECT_EQ(in.Skip(3), 7);  // whatever the wrapped stream answers
   EXPECT_EQ(source.skipped, 3u);
   in.Reset();
-  EXPECT_EQ(source.resets, 1);
+  EXPECT_EQ(source.tally().resets, 1);
 
-  CSink sink;
+  CTestOutputStream sink;
   CDataOutputStream out(&sink);
   out.Write("xyz", 1, 2);
   out.Write("q", 1);
   out.Write('!');
   out.Flush();
-  EXPECT_EQ(sink.bytes, "yzq!");
-  EXPECT_EQ(sink.flushes, 1);
+  EXPECT_EQ(sink.data, "yzq!");
+  EXPECT_EQ(sink.tally().flushed, 1);
 
   // Closing closes the wrapped stream once; a second close does nothing.
   in.Close();
   in.Close();
   out.Close();
   out.Close();
-  EXPECT_EQ(source.closes, 1);
-  EXPECT_EQ(sink.closes, 1);
+  EXPECT_EQ(source.tally().closed, 1);
+  EXPECT_EQ(sink.tally().closed, 1);
 
   const char* inSource = "vesk/io/DataInputStream";
   const char* outSource = "vesk/io/DataOutputStream";
@@ -477,9 +395,9 @@ TEST(DataStreams, ForwardingAndClose) {
       [&] { out.WriteString(static_cast<const unsigned short*>(nullptr)); },
       [&] { out.WriteObject(Point()); }};
   for (auto& call : writes) ExpectThrow<CIOException>(call, "Stream closed.", outSource);
-  EXPECT_EQ(sink.bytes, "yzq!");
+  EXPECT_EQ(sink.data, "yzq!");
 
-  CSink javaSink;
+  CTestOutputStream javaSink;
   CJavaDataOutputStream javaOut(&javaSink);
   javaOut.Close();
   ExpectThrow<CIOException>([&] { javaOut.WriteString(text); }, "Stream closed.",
@@ -491,26 +409,23 @@ TEST(DataStreams, ForwardingAndClose) {
 }
 
 TEST(DataStreams, CloseFailureStillCloses) {
-  CSource source("abc");
+  CTestInputStream source("abc");
   source.failClose = true;
   CDataInputStream in(&source);
   EXPECT_THROW(in.Close(), CIOException);
   EXPECT_THROW(in.Read(), CIOException);
   in.Close();
-  EXPECT_EQ(source.closes, 1);
+  EXPECT_EQ(source.tally().closed, 1);
 
-  CSink sink;
+  CTestOutputStream sink;
   sink.failClose = true;
   CDataOutputStream out(&sink);
   EXPECT_THROW(out.Close(), CIOException);
   EXPECT_THROW(out.WriteInt32(1), CIOException);
   out.Close();
-  EXPECT_EQ(sink.closes, 1);
+  EXPECT_EQ(sink.tally().closed, 1);
 }
 
-}  // namespace
-
-namespace {
 // A buffered stream that counts the array writes it is given.
 class CCountingBufferedStream : public vesk::io::CBufferedOutputStream {
  public:
@@ -522,7 +437,6 @@ class CCountingBufferedStream : public vesk::io::CBufferedOutputStream {
   using CBufferedOutputStream::Write;
   int m_writes = 0;
 };
-}  // namespace
 
 // Values written over a buffered stream go into its buffer directly, in the
 // same order and across buffer boundaries; a subclass that overrides the
@@ -554,3 +468,5 @@ TEST(DataOutputStreamTest, ValuesOverABufferedStreamArriveInOrder) {
   buffered.Close();  // closing the buffered stream underneath is noticed
   EXPECT_THROW(out.WriteInt32(5), CIOException);
 }
+
+}  // namespace

@@ -12,6 +12,7 @@
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/IOException.h"
 #include "vesk/io/InputStream.h"
+#include "vesk/io/MemoryOutputStream.h"
 #include "vesk/io/OutputStream.h"
 #include "vesk/io/Reader.h"
 #include "vesk/io/Writer.h"
@@ -53,6 +54,8 @@ class CTestOutputStream : public vesk::io::COutputStream {
     if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
   }
 
+  const Tally& tally() const { return *m_tally; }
+
   std::string data;
   std::vector<int> writes;
   std::vector<size_t> flushedAt;  // data size at each Flush
@@ -64,7 +67,7 @@ class CTestOutputStream : public vesk::io::COutputStream {
 };
 
 /// Hands out a fixed text, at most chunk bytes per array read (0: no limit).
-/// Skip is the contract's default unless nativeSkip is set.
+/// Skip is the contract's default.
 template <class Base, class Unit>
 class CScriptedSource : public Base {
  public:
@@ -92,6 +95,8 @@ class CScriptedSource : public Base {
     ++m_tally->closed;
     if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
   }
+
+  const Tally& tally() const { return *m_tally; }
 
   std::basic_string<Unit> data;
   size_t position = 0;
@@ -131,6 +136,8 @@ class CTestWriter : public vesk::io::CWriter {
     if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
   }
 
+  const Tally& tally() const { return *m_tally; }
+
   std::basic_string<unsigned short> data;
   std::vector<unsigned int> writes;
   bool failClose = false;
@@ -164,6 +171,11 @@ inline std::string Bytes(std::initializer_list<int> list) {
   std::string s;
   for (int b : list) s.push_back(static_cast<char>(b));
   return s;
+}
+
+/// What a memory stream holds, as a string.
+inline std::string Contents(const vesk::io::CMemoryOutputStream& out) {
+  return std::string(out.GetBuffer() ? out.GetBuffer() : "", out.GetBufferSize());
 }
 
 /// A 16-bit string as a standard one, and back.
