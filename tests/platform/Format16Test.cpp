@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/platform/Format16.h"
 #include "vesk/platform/Memory.h"
 
@@ -12,11 +13,8 @@ namespace platform = vesk::platform;
 
 namespace {
 
-typedef std::basic_string<unsigned short> Units;
-
-const unsigned short* W(const char16_t* text) {
-  return reinterpret_cast<const unsigned short*>(text);
-}
+using vesk::testing::Units;
+using vesk::testing::W;
 
 // Formats into a roomy buffer; checks that the reported length is the
 // length written.
