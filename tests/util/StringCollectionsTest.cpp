@@ -72,8 +72,8 @@ TEST(StringVectorTest, GrowthErrorsSortAndEnumeration) {
   EXPECT_EQ(8u, v.GetCapacity());
   EXPECT_TRUE(v.Contains(""));
   EXPECT_EQ(3, v.GetIndexOf(""));
-  vesk_test::ExpectThrowFrom<CIllegalArgumentException>([&] { v.AddElement(nullptr); },
-                                                        "vesk/util/StringVector", "Invalid element.");
+  vesk_test::ExpectThrowFrom<CIllegalArgumentException>(
+      [&] { v.AddElement(nullptr); }, "vesk/util/StringVector", "Invalid element.");
   EXPECT_THROW(v.SetElementAt(nullptr, 0), CIllegalArgumentException);
   EXPECT_THROW(v.Contains(nullptr), CIllegalArgumentException);
   EXPECT_THROW(v.GetElementAt(5), CArrayIndexOutOfBoundsException);

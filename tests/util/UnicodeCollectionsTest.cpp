@@ -69,8 +69,8 @@ TEST(UnicodeStringVectorTest, ErrorsSearchesAndEnumeration) {
   EXPECT_EQ(1, v.GetIndexOf(U(u"\u00e4pfel")));
   EXPECT_EQ(-1, v.GetIndexOf(U(u"\u00c4pfel")));  // by text, case sensitively
   EXPECT_EQ(-1, v.GetIndexOf(nullptr));
-  vesk_test::ExpectThrowFrom<CIllegalArgumentException>([&] { v.AddElement(nullptr); },
-                                             "vesk/util/UnicodeStringVector", "Invalid element.");
+  vesk_test::ExpectThrowFrom<CIllegalArgumentException>(
+      [&] { v.AddElement(nullptr); }, "vesk/util/UnicodeStringVector", "Invalid element.");
   EXPECT_THROW(v.Contains(nullptr), CIllegalArgumentException);
   EXPECT_THROW(v.InsertElementAt(U(u"x"), 4), CArrayIndexOutOfBoundsException);
   EXPECT_EQ(3u, v.GetSize());
@@ -80,7 +80,7 @@ TEST(UnicodeStringVectorTest, ErrorsSearchesAndEnumeration) {
   for (int i = 0; i < 3; ++i) EXPECT_EQ(Text(v[i]), Text(sameWalk.GetNextElement()));
   EXPECT_FALSE(elements.HasMoreElements());
   vesk_test::ExpectThrowFrom<CNoSuchElementException>([&] { elements.GetNextElement(); },
-                                           "vesk/util/UnicodeStringVectorEnumeration");
+                                                      "vesk/util/UnicodeStringVectorEnumeration");
   // The enumeration returns the vector's own elements.
   vesk::util::CUnicodeStringVectorEnumeration walk(&v);
   walk.GetNextElement() = U(u"changed");
@@ -132,8 +132,8 @@ TEST(UnicodeStringMapTest, KeysFoldBeyondAsciiAndErrors) {
   sensitive.Put(U(u"Key"), U(u"v1"));
   EXPECT_FALSE(sensitive.ContainsKey(U(u"KEY")));
   EXPECT_THROW(sensitive.Get(U(u"KEY")), CNoSuchElementException);
-  vesk_test::ExpectThrowFrom<CIllegalArgumentException>([&] { sensitive.Put(U(u""), U(u"x")); },
-                                             "vesk/util/UnicodeStringMap", "Invalid key.");
+  vesk_test::ExpectThrowFrom<CIllegalArgumentException>(
+      [&] { sensitive.Put(U(u""), U(u"x")); }, "vesk/util/UnicodeStringMap", "Invalid key.");
   EXPECT_THROW(sensitive.Put(nullptr, U(u"x")), CIllegalArgumentException);
   EXPECT_THROW(sensitive.GetKeyAt(1), CArrayIndexOutOfBoundsException);
   for (const char16_t* key : {u"b", u"c"}) sensitive.Put(U(key), U(key));
