@@ -73,19 +73,12 @@ TEST(Base64OutputStreamTest, CloseDropsHeldBytesAndClosesTheWrappedStream) {
 }
 
 TEST(Base64OutputStreamTest, NullStreamsAreRejected) {
-  for (int form = 0; form < 2; ++form) {
-    try {
-      if (form == 0) {
-        CBase64OutputStream out(static_cast<COutputStream*>(nullptr), 0);
-      } else {
-        CBase64OutputStream out(CRef<COutputStream>(), 0);
-      }
-      ADD_FAILURE();
-    } catch (const CIllegalArgumentException& e) {
-      EXPECT_STREQ(e.GetErrorDescription(), "Invalid output stream.");
-      EXPECT_STREQ(e.GetSourceFile(), "vesk/io/Base64OutputStream");
-    }
-  }
+  const char* source = "vesk/io/Base64OutputStream";
+  vesk_test::ExpectThrow<CIllegalArgumentException>(
+      [] { CBase64OutputStream out(static_cast<COutputStream*>(nullptr), 0); },
+      "Invalid output stream.", source);
+  vesk_test::ExpectThrow<CIllegalArgumentException>(
+      [] { CBase64OutputStream out(CRef<COutputStream>(), 0); }, "Invalid output stream.", source);
 }
 
 TEST(Base64OutputStreamTest, FailingWrappedStreamNeverOverrunsTheGroup) {
@@ -174,9 +167,8 @@ TEST(Base64OutputStreamTest, MatchesPythonBase64) {
     out.Write(data.data(), static_cast<unsigned int>(half));
     for (size_t k = half; k < data.size(); ++k) out.Write(data[k]);
     out.Flush();
-    std::string actual(memory.GetBuffer() ? memory.GetBuffer() : "", memory.GetBufferSize());
-    EXPECT_EQ(actual, expected) << "case " << i << ": " << data.size() << " bytes, lines of "
-                                << cases[i].lineLength;
+    EXPECT_EQ(vesk_test::Contents(memory), expected)
+        << "case " << i << ": " << data.size() << " bytes, lines of " << cases[i].lineLength;
     std::remove(cases[i].path.c_str());
   }
   rmdir(dir);

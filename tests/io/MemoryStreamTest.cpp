@@ -100,13 +100,9 @@ TEST(MemoryInputStreamTest, ZeroLengthBlockIsValidAndNullIsNot) {
   EXPECT_EQ(empty.Read(), CInputStream::EOS);
   char c;
   EXPECT_EQ(empty.Read(&c, 1), -1);
-  try {
-    CMemoryInputStream bad(nullptr, 0, false);
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), "Invalid source buffer.");
-    EXPECT_STREQ(e.GetSourceFile(), "vesk/io/MemoryInputStream");
-  }
+  vesk_test::ExpectThrow<CIllegalArgumentException>(
+      [] { CMemoryInputStream bad(nullptr, 0, false); }, "Invalid source buffer.",
+      "vesk/io/MemoryInputStream");
 }
 
 TEST(MemoryInputStreamTest, ClosedStreamRefusesEverythingAndFreesAnOwnedBlock) {
@@ -166,19 +162,19 @@ TEST(MemoryOutputStreamTest, DetachResetAndClose) {
   CMemoryOutputStream out;
   out.Write("abcdef", 1, 3);
   out.Write(static_cast<const char*>(nullptr), 3);  // nothing
-  EXPECT_EQ(std::string(out.GetBuffer(), out.GetBufferSize()), "bcd");
+  EXPECT_EQ(vesk_test::Contents(out), "bcd");
   char* block = out.DetachBuffer();
   EXPECT_EQ(std::string(block, 3), "bcd");
   platform::Free(block);
   EXPECT_EQ(out.GetBufferSize(), 0u);
   EXPECT_EQ(out.GetBuffer(), nullptr);
   out.Write("xy", 2);  // a new block
-  EXPECT_EQ(std::string(out.GetBuffer(), out.GetBufferSize()), "xy");
+  EXPECT_EQ(vesk_test::Contents(out), "xy");
   out.Reset();
   out.Write('z');
   out.Close();
   out.Close();  // repeatable
-  EXPECT_EQ(std::string(out.GetBuffer(), out.GetBufferSize()), "z");
+  EXPECT_EQ(vesk_test::Contents(out), "z");
   ExpectError([&] { out.Write('a'); }, "Stream closed.");
   ExpectError([&] { out.Write("a", 1); }, "Stream closed.");
   ExpectError([&] { out.Flush(); }, "Stream closed.");
@@ -203,7 +199,7 @@ TEST(MemoryOutputStreamTest, AllocationFailures) {
   platform::FailAllocationAt(0);
   // The old block and its bytes survive the failures.
   out.Write('e');
-  EXPECT_EQ(std::string(out.GetBuffer(), out.GetBufferSize()), "abcde");
+  EXPECT_EQ(vesk_test::Contents(out), "abcde");
   // A total that would wrap past 4 GB is refused rather than wrapped.
   ExpectError([&] { out.Write("x", 0, 0xFFFFFFFFu); }, "Memory full.");
   EXPECT_FALSE(out.EnsureBufferCapacity(0xFFFFFFFFu));

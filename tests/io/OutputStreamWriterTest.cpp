@@ -32,9 +32,7 @@ using vesk_test::ExpectThrow;
 
 typedef std::basic_string<unsigned short> U16String;
 
-std::string Contents(const CMemoryOutputStream& out) {
-  return std::string(out.GetBuffer() ? out.GetBuffer() : "", out.GetBufferSize());
-}
+using vesk_test::Contents;
 
 std::string IcuUtf8(const U16String& text) {
   std::vector<char> out(text.size() * 3 + 1);
@@ -190,12 +188,7 @@ TEST(OutputStreamWriterTest, BufferThatCannotGrowReportsMemoryFull) {
   COutputStreamWriter writer(&out, "UTF-8", false);
   U16String big(3000, 0x20AC);  // 9000 bytes: needs the doubled buffer
   vesk::platform::FailAllocationAt(1);
-  try {
-    writer.Write(big.data(), 3000u);
-    ADD_FAILURE();
-  } catch (const CIOException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), "Memory full.");
-  }
+  ExpectThrow<CIOException>([&] { writer.Write(big.data(), 3000u); }, "Memory full.");
   vesk::platform::FailAllocationAt(0);
   // The old buffer is still there and the converter starts afresh.
   writer.Write(U16("ok").c_str());

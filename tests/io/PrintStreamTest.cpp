@@ -25,9 +25,7 @@ using vesk_test::CTestOutputStream;
 
 namespace {
 
-std::string Bytes(const CMemoryOutputStream& out) {
-  return std::string(out.GetBuffer() ? out.GetBuffer() : "", out.GetBufferSize());
-}
+using vesk_test::ExpectThrow;
 
 template <class F>
 std::string Printed(F print) {
@@ -77,26 +75,13 @@ TEST(PrintStreamTest, CRLFStreamAutoFlushesOnceAfterTheLineEnd) {
 }
 
 TEST(PrintStreamTest, ConstructorsRejectMissingStreams) {
-  try {
-    CPrintStream out(static_cast<COutputStream*>(nullptr), false);
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), "Invalid output stream.");
-    EXPECT_STREQ(e.GetSourceFile(), "vesk/io/PrintStream");
-  }
-  try {
-    CPrintStream out(CRef<COutputStream>(), false);
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), "Invalid ooutput stream.");
-  }
-  try {
-    CCRLFPrintStream out(CRef<COutputStream>(), false);
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), "Invalid ooutput stream.");
-    EXPECT_STREQ(e.GetSourceFile(), "vesk/io/CRLFPrintStream");
-  }
+  ExpectThrow<CIllegalArgumentException>(
+      [] { CPrintStream out(static_cast<COutputStream*>(nullptr), false); },
+      "Invalid output stream.", "vesk/io/PrintStream");
+  ExpectThrow<CIllegalArgumentException>([] { CPrintStream out(CRef<COutputStream>(), false); },
+                                         "Invalid ooutput stream.", "vesk/io/PrintStream");
+  ExpectThrow<CIllegalArgumentException>([] { CCRLFPrintStream out(CRef<COutputStream>(), false); },
+                                         "Invalid ooutput stream.", "vesk/io/CRLFPrintStream");
 }
 
 TEST(PrintStreamTest, CloseFlushesClosesOnceAndLeavesTheStreamClosed) {
@@ -112,12 +97,7 @@ TEST(PrintStreamTest, CloseFlushesClosesOnceAndLeavesTheStreamClosed) {
   for (auto op : {+[](CPrintStream& o) { o.Print(1); }, +[](CPrintStream& o) { o.Println(); },
                   +[](CPrintStream& o) { o.Write('x'); }, +[](CPrintStream& o) { o.Flush(); },
                   +[](CPrintStream& o) { o.Println("x"); }}) {
-    try {
-      op(out);
-      ADD_FAILURE() << "operation on a closed print stream did not throw";
-    } catch (const CIOException& e) {
-      EXPECT_STREQ(e.GetErrorDescription(), "Stream closed.");
-    }
+    ExpectThrow<CIOException>([&] { op(out); }, "Stream closed.");
   }
   EXPECT_EQ(sink.data, "");
 }
@@ -133,38 +113,29 @@ std::string Report(const CException& e) {
   CMemoryOutputStream memory(0, 0);
   CCRLFPrintStream out(&memory, false);
   e.Print(out);
-  return Bytes(memory);
+  return vesk_test::Contents(memory);
 }
 
-TEST(ExceptionReportTest, BareExceptionPrintsTwoLines) {
-  EXPECT_EQ(Report(CException(nullptr, 0, nullptr, nullptr)),
-            std::string(kHeader) + "\tvesk::base::CException\r\n");
-}
-
-TEST(ExceptionReportTest, LineZeroHidesTheLocation) {
-  EXPECT_EQ(Report(CException("vesk/base/Class", 0, nullptr, nullptr)),
-            std::string(kHeader) + "\tvesk::base::CException\r\n");
+TEST(ExceptionReportTest, EachBlockOnlyWhenItsPartIsThere) {
+  const std::string bare = std::string(kHeader) + "\tvesk::base::CException\r\n";
+  EXPECT_EQ(Report(CException(nullptr, 0, nullptr, nullptr)), bare);
+  // Line 0 hides the location, whatever the source.
+  EXPECT_EQ(Report(CException("vesk/base/Class", 0, nullptr, nullptr)), bare);
   EXPECT_EQ(Report(CException(nullptr, 12, "What.", nullptr)),
-            std::string(kHeader) + "\tvesk::base::CException\r\n" + kDetails +
-                "\tError description :\r\n\t\tWhat.\r\n");
-}
-
-TEST(ExceptionReportTest, MessageOnly) {
+            bare + kDetails + "\tError description :\r\n\t\tWhat.\r\n");
+  EXPECT_EQ(Report(CException("vesk/base/Class", 221, nullptr, nullptr)),
+            bare + kDetails + "\tLocation :\r\n\t\tvesk/base/Class(221)\r\n");
   EXPECT_EQ(Report(CIOException(nullptr, 0, nullptr, "Disk on fire.")),
             std::string(kHeader) + "\tvesk::io::CIOException\r\n" + kDetails +
                 "\tMessage : \r\n\t\tDisk on fire.\r\n");
-}
 
-TEST(ExceptionReportTest, AllBlocksUseTheDynamicClass) {
+  // All blocks, under the dynamic class.
   vesk::io::CXMLException xml("vesk/io/XMLTextWriter", 4294967295u, "Invalid name.", "a<b");
   const CException& asBase = xml;
   EXPECT_EQ(Report(asBase), std::string(kHeader) + "\tvesk::io::CXMLException\r\n" + kDetails +
                                 "\tLocation :\r\n\t\tvesk/io/XMLTextWriter(-1)\r\n"
                                 "\tError description :\r\n\t\tInvalid name.\r\n"
                                 "\tMessage : \r\n\t\ta<b\r\n");
-  EXPECT_EQ(Report(CException("vesk/base/Class", 221, nullptr, nullptr)),
-            std::string(kHeader) + "\tvesk::base::CException\r\n" + kDetails +
-                "\tLocation :\r\n\t\tvesk/base/Class(221)\r\n");
 }
 
 }  // namespace

@@ -38,12 +38,7 @@ U16String Printed(F call) {
 
 template <class F>
 void ExpectClosed(F op) {
-  try {
-    op();
-    ADD_FAILURE() << "no exception";
-  } catch (const CIOException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), "Writer closed.");
-  }
+  vesk_test::ExpectThrow<CIOException>(op, "Writer closed.");
 }
 
 TEST(PrintWriterTest, EachPrintFormatsItsValue) {
@@ -89,28 +84,22 @@ TEST(PrintWriterTest, TextPrints) {
 }
 
 TEST(PrintWriterTest, LinesEndInCrLfUnlessToldOtherwise) {
-  CTestWriter target;
-  CPrintWriter writer(&target, false, nullptr);
-  writer.Println(5);
-  EXPECT_EQ(target.data, U16("5\r\n"));
-  CUnicodeString eol;
-  writer.GetEndOfLine(eol);
-  EXPECT_EQ(eol.Compare("\r\n"), 0);
-
-  const unsigned short lf[] = {'\n', 0};
-  CTestWriter target2;
-  CPrintWriter unix(&target2, false, lf);
-  unix.Println(5);
-  unix.Println();
-  EXPECT_EQ(target2.data, U16("5\n\n"));
-  unix.GetEndOfLine(eol);
-  EXPECT_EQ(eol.Compare("\n"), 0);
-
-  const unsigned short empty[] = {0};
-  CTestWriter target3;
-  CPrintWriter fallback(&target3, false, empty);
-  fallback.Println();
-  EXPECT_EQ(target3.data, U16("\r\n"));
+  // A null or empty line end falls back to CR LF.
+  const unsigned short lf[] = {'\n', 0}, empty[] = {0};
+  const struct {
+    const unsigned short* given;
+    const char* used;
+  } rows[] = {{nullptr, "\r\n"}, {lf, "\n"}, {empty, "\r\n"}};
+  for (const auto& row : rows) {
+    CTestWriter target;
+    CPrintWriter writer(&target, false, row.given);
+    writer.Println(5);
+    writer.Println();
+    EXPECT_EQ(target.data, U16((std::string("5") + row.used + row.used).c_str()));
+    CUnicodeString eol;
+    writer.GetEndOfLine(eol);
+    EXPECT_EQ(eol.Compare(row.used), 0);
+  }
 
   // Every Println form: the value, then the line end.
   const unsigned short sep[] = {'|', 0};
@@ -152,12 +141,9 @@ TEST(PrintWriterTest, AutoFlushFollowsLineEndsOnly) {
 }
 
 TEST(PrintWriterTest, ClosedWriterAndOwnership) {
-  ASSERT_THROW(CPrintWriter(static_cast<CWriter*>(nullptr)), CIllegalArgumentException);
-  try {
-    CPrintWriter w{CRef<CWriter>()};
-    ADD_FAILURE();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), "Invalid writer.");
+  for (auto make : {+[] { CPrintWriter w(static_cast<CWriter*>(nullptr)); },
+                    +[] { CPrintWriter w{CRef<CWriter>()}; }}) {
+    vesk_test::ExpectThrow<CIllegalArgumentException>(make, "Invalid writer.");
   }
 
   Tally tally;
