@@ -360,6 +360,7 @@ TEST(StringSetTest, AlgebraMatchesStandardSets) {
     ASSERT_EQ(std::includes(mb.begin(), mb.end(), ma.begin(), ma.end()), a.IsSubSetOf(b));
     ASSERT_EQ(std::includes(ma.begin(), ma.end(), mb.begin(), mb.end()), a.IsSuperSetOf(b));
     ASSERT_EQ(ma == mb, a == b);
+    ASSERT_TRUE(a.IsSubSetOf(CStringSet(a)) && a.IsSuperSetOf(CStringSet(a)));
 
     std::set<std::string> expected;
     CStringSet result(a);
