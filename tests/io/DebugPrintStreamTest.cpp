@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "io/TestStreams.h"
 #include "vesk/base/Exception.h"
 #include "vesk/base/System.h"
 #include "vesk/io/IOException.h"
@@ -31,15 +32,6 @@ class DebugPrintStreamTest : public ::testing::Test {
   std::vector<std::string> m_pieces;
   vesk::platform::DebugCaptureHook m_old = nullptr;
 };
-
-std::string DescriptionOf(void (*action)(CDebugPrintStream&), CDebugPrintStream& out) {
-  try {
-    action(out);
-  } catch (const CIOException& e) {
-    return e.GetErrorDescription();
-  }
-  return "(no exception)";
-}
 
 }  // namespace
 
@@ -87,21 +79,17 @@ TEST_F(DebugPrintStreamTest, EmptyTextsSendNothing) {
 
 TEST_F(DebugPrintStreamTest, RawBytesAreRefusedAndCloseIsFinal) {
   CDebugPrintStream out;
-  auto writeChar = [](CDebugPrintStream& s) { s.Write('x'); };
-  auto writeArray = [](CDebugPrintStream& s) { s.Write("ab", 2); };
-  auto writeRange = [](CDebugPrintStream& s) { s.Write("ab", 0, 2); };
-  auto print = [](CDebugPrintStream& s) { s.Print(1); };
-  auto flush = [](CDebugPrintStream& s) { s.Flush(); };
-  EXPECT_EQ("Unsupported on class CDebugPrintStream.", DescriptionOf(writeChar, out));
-  EXPECT_EQ("Unsupported on class CDebugPrintStream.", DescriptionOf(writeArray, out));
-  EXPECT_EQ("Unsupported on class CDebugPrintStream.", DescriptionOf(writeRange, out));
+  const char* unsupported = "Unsupported on class CDebugPrintStream.";
+  vesk_test::ExpectThrow<CIOException>([&] { out.Write('x'); }, unsupported);
+  vesk_test::ExpectThrow<CIOException>([&] { out.Write("ab", 2); }, unsupported);
+  vesk_test::ExpectThrow<CIOException>([&] { out.Write("ab", 0, 2); }, unsupported);
   EXPECT_NO_THROW(out.Flush());
   out.Close();
   out.Close();  // repeatable
   EXPECT_FALSE(out.IsOpen());
-  EXPECT_EQ("Stream closed.", DescriptionOf(writeChar, out));
-  EXPECT_EQ("Stream closed.", DescriptionOf(print, out));
-  EXPECT_EQ("Stream closed.", DescriptionOf(flush, out));
+  vesk_test::ExpectThrow<CIOException>([&] { out.Write('x'); }, "Stream closed.");
+  vesk_test::ExpectThrow<CIOException>([&] { out.Print(1); }, "Stream closed.");
+  vesk_test::ExpectThrow<CIOException>([&] { out.Flush(); }, "Stream closed.");
   EXPECT_TRUE(m_pieces.empty());
 }
 
