@@ -246,7 +246,10 @@ TEST(DataInputStream, LongStringsArriveInPieces) {
 }
 
 TEST(DataInputStream, StringBufferAllocationFailure) {
-  CTestInputStream source(std::string("\x00\x00\x00\x03abc", 7));
+  CTestInputStream source(
+      std::string("\x00\x00\x00\x03"
+                  "abc",
+                  7));
   CDataInputStream in(&source);
   long live = platform::LiveAllocations();
   platform::FailAllocationAt(1, true);
