@@ -122,6 +122,14 @@ TEST(ExceptionTest, SetMessageRules) {
   EXPECT_EQ(live - 1, vesk::platform::LiveAllocations());  // "third" was freed
 }
 
+TEST(ExceptionTest, SetMessageAcceptsItsOwnMessage) {
+  CException e("f", 1, nullptr, "a message long enough to span several words");
+  EXPECT_TRUE(e.SetMessage(e.GetMessage()));
+  EXPECT_STREQ("a message long enough to span several words", e.GetMessage());
+  EXPECT_TRUE(e.SetMessage(e.GetMessage() + 2));
+  EXPECT_STREQ("message long enough to span several words", e.GetMessage());
+}
+
 TEST(ExceptionTest, OwnsItsMessageAndCopiesShareSiteAndDescription) {
   const char* file = "vesk/io/Here";
   const char* description = "Described.";

@@ -42,15 +42,17 @@ CException& CException::operator=(const CException& other) {
 CException::~CException() { platform::Free(m_message); }
 
 bool CException::SetMessage(const char* text) {
+  // The copy is made before the old message is freed: text may be the
+  // current message itself (or a part of it).
+  char* copy = nullptr;
+  if (text && *text) {
+    std::size_t size = std::strlen(text) + 1;
+    copy = static_cast<char*>(platform::Alloc(size));
+    if (copy) std::memcpy(copy, text, size);
+  }
   platform::Free(m_message);
-  m_message = nullptr;
-  if (!text || !*text) return true;
-  std::size_t size = std::strlen(text) + 1;
-  char* copy = static_cast<char*>(platform::Alloc(size));
-  if (!copy) return false;
-  std::memcpy(copy, text, size);
   m_message = copy;
-  return true;
+  return copy != nullptr || !text || !*text;
 }
 
 void CException::AssignOptionalText(CString& target, const char* text) {
