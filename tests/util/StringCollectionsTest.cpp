@@ -196,6 +196,24 @@ TEST(StringVectorHTest, PacksStringsAndEmptiesOnFailedGrowth) {
   EXPECT_EQ(0u, copy.GetSize());
   EXPECT_EQ(0u, copy.GetDataCapacity());
 
+  // Compacting shrinks to the contents rounded up to the step, but keeps
+  // at least one step, even of a buffer that holds nothing.
+  CStringVectorH compact(100, 16, 10, 4);
+  EXPECT_EQ(112u, compact.GetDataCapacity());
+  EXPECT_EQ(12u, compact.GetIndexCapacity());
+  compact.CompactStringDataBuffer();
+  compact.CompactStringIndexBuffer();
+  EXPECT_EQ(16u, compact.GetDataCapacity());
+  EXPECT_EQ(4u, compact.GetIndexCapacity());
+  compact.AddElement(CString(std::string(20, 'c').c_str()));
+  compact.EnsureStringDataCapacity(80);
+  compact.EnsureStringIndexCapacity(9);
+  compact.CompactStringDataBuffer();
+  compact.CompactStringIndexBuffer();
+  EXPECT_EQ(32u, compact.GetDataCapacity());
+  EXPECT_EQ(4u, compact.GetIndexCapacity());
+  EXPECT_STREQ(std::string(20, 'c').c_str(), compact.GetFirstElement());
+
   int failures = vesk_test::RunWithEveryAllocationFailing([] {
     CStringVectorH local(8, 8, 1, 1);
     for (int i = 0; i < 6; ++i) local.AddElement("0123456789");

@@ -41,14 +41,10 @@ void ReleaseHandle(char**& handle, unsigned int& capacity) {
   capacity = 0;
 }
 
-// Shrinks a handle to used bytes rounded up to step, at least one step;
-// releases it when nothing is used. Best effort: a refused resize keeps it.
+// Shrinks a handle to used bytes rounded up to step, at least one step (an
+// unused buffer keeps one step too). Best effort: a refused resize keeps it.
 void CompactHandle(char**& handle, unsigned int used, unsigned int& capacity, unsigned int step) {
   if (!handle) return;
-  if (used == 0) {
-    ReleaseHandle(handle, capacity);
-    return;
-  }
   unsigned int target = RoundUpToStep(used, step);
   if (target < step) target = step;
   if (target < capacity && platform::ReallocHandle(handle, target)) capacity = target;
@@ -208,10 +204,6 @@ void CStringVectorH::CompactStringDataBuffer() {
 
 void CStringVectorH::CompactStringIndexBuffer() {
   if (!m_index) return;
-  if (m_count == 0) {
-    ReleaseStringIndexBuffer();
-    return;
-  }
   unsigned int target = RoundUpToStep(m_count, m_indexGrowthStep);
   if (target < m_indexGrowthStep) target = m_indexGrowthStep;
   if (target < m_indexCapacity && platform::ReallocHandle(m_index, target * sizeof(unsigned int)))

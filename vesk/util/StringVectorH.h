@@ -58,8 +58,8 @@ class VESK_API CStringVectorH : public vesk::base::CBase {
 
   void EnsureStringDataCapacity(unsigned int n);
   void EnsureStringIndexCapacity(unsigned int n);
-  /// Shrink a buffer to its contents rounded up to its step (at least one
-  /// step), or release it when it holds nothing.
+  /// Shrink a buffer to its contents rounded up to its step, at least one
+  /// step even when it holds nothing (ReleaseString...Buffer frees it).
   void CompactStringDataBuffer();
   void CompactStringIndexBuffer();
   void ReleaseStringDataBuffer();
