@@ -1,4 +1,5 @@
 #include <random>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -8,6 +9,8 @@
 #include "vesk/util/Hashtable.h"
 #include "vesk/util/Queue.h"
 #include "vesk/util/Sort.h"
+#include "vesk/util/StringHashCode.h"
+#include "vesk/util/StringHashtable.h"
 #include "vesk/util/Stack.h"
 
 using vesk::base::CMemoryException;
@@ -93,6 +96,25 @@ TEST(HashtableTest, PutGetRemoveAndEnumerationEnd) {
   first.GetNextElement();
   second.GetNextElement();
   EXPECT_FALSE(first.HasMoreElements());
+}
+
+// A null key hashes to bucket 0: look-ups with it find nothing, even when
+// that bucket holds entries, and Put refuses it.
+TEST(HashtableTest, NullKeyFindsNothingInAStringTable) {
+  vesk::util::CStringHashtable<int> table(11);
+  std::string key;
+  for (int i = 0; key.empty(); ++i) {
+    std::string candidate = "k" + std::to_string(i);
+    unsigned int hash = static_cast<unsigned int>(vesk::util::GetStringHashCode(candidate.c_str()));
+    if ((hash & 0x7FFFFFFFu) % table.GetBucketCount() == 0) key = candidate;
+  }
+  table.Put(key.c_str(), 1);
+  const char* none = nullptr;
+  EXPECT_EQ(nullptr, table.Find(none));
+  EXPECT_FALSE(table.ContainsKey(none));
+  EXPECT_FALSE(table.Remove(none));
+  EXPECT_THROW(table.Put(none, 2), vesk::base::CIllegalArgumentException);
+  EXPECT_TRUE(table.ContainsKey(key.c_str()));
 }
 
 TEST(HashtableTest, MatchesAStandardMapOverARandomRun) {

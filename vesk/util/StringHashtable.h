@@ -57,8 +57,10 @@ struct CStringHashTraits {
   static unsigned int Hash(const vesk::base::CString& key) {
     return static_cast<unsigned int>(GetCStringHashCode(key));
   }
+  // Stored keys are never null (Put refuses them), so a null key finds
+  // nothing instead of reaching strcmp.
   static bool Equals(const CKey& stored, const char* key) {
-    return std::strcmp(stored.GetText(), key) == 0;
+    return key && std::strcmp(stored.GetText(), key) == 0;
   }
   static bool Equals(const CKey& stored, const vesk::base::CString& key) {
     return stored.GetLength() == key.GetLength() &&
