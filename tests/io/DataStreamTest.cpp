@@ -207,6 +207,24 @@ TEST(DataInputStream, EndOfDataAndOddBytes) {
   EXPECT_TRUE(in.ReadString().IsEmpty());
 }
 
+// Each number read takes its bytes from the wrapped stream itself: a subclass
+// that changes the unsigned reads does not change the signed ones.
+TEST(DataInputStream, SignedReadsDoNotGoThroughTheUnsignedSlots) {
+  struct CSwappedUnsigned : CDataInputStream {
+    using CDataInputStream::CDataInputStream;
+    unsigned short ReadUInt16() override {
+      unsigned short v = CDataInputStream::ReadUInt16();
+      return static_cast<unsigned short>((v >> 8) | (v << 8));
+    }
+    unsigned int ReadUInt32() override { return __builtin_bswap32(CDataInputStream::ReadUInt32()); }
+  };
+  CTestInputStream source(std::string("\xFF\xFE\x01\x02\x03\x04\xFF\xFE", 8));
+  CSwappedUnsigned in(&source);
+  EXPECT_EQ(in.ReadInt16(), -2);
+  EXPECT_EQ(in.ReadInt32(), 0x01020304);
+  EXPECT_EQ(in.ReadUInt16(), 0xFEFF);
+}
+
 TEST(DataInputStream, StringReads) {
   // A zero byte in the data ends the string; the rest of it is consumed.
   CTestInputStream source(

@@ -98,9 +98,11 @@ unsigned char CDataInputStream::ReadSByte() {
   return static_cast<unsigned char>(m_stream->Read());
 }
 
-short CDataInputStream::ReadInt16() { return static_cast<short>(ReadUInt16()); }
+// The signed reads take their bytes themselves, not through the unsigned
+// slots, so a subclass that overrides one read leaves the others alone.
+short CDataInputStream::ReadInt16() { return static_cast<short>(CDataInputStream::ReadUInt16()); }
 
-int CDataInputStream::ReadInt32() { return static_cast<int>(ReadUInt32()); }
+int CDataInputStream::ReadInt32() { return static_cast<int>(CDataInputStream::ReadUInt32()); }
 
 unsigned short CDataInputStream::ReadUInt16() {
   unsigned char b[2];
