@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Rewrites vesk/vesk.h from the tree: one #include per public header, that is
 # every .h below vesk/ outside the internal folders (platform/, posix/,
-# internal/), which are not installed. Rerun it after adding a public header;
+# internal/), which are not installed, and the file layer's installed
+# IO/Location.h. Rerun it after adding a public header;
 # the test delivery.umbrella_lists_installed_headers fails until then.
 # With --tracked, only headers git knows of are listed (for a commit made
 # while other new headers are still being written).
@@ -28,8 +29,9 @@ trap 'rm -f "${tmp}"' EXIT
 #define VESK_VESK_H
 
 HEAD
-  list_headers "$@" | grep -Ev '(^|/)(platform|posix|internal)/|^vesk/vesk\.h$' |
-    LC_ALL=C sort | sed 's/.*/#include "&"/'
+  { echo IO/Location.h
+    list_headers "$@" | grep -Ev '(^|/)(platform|posix|internal)/|^vesk/vesk\.h$'
+  } | LC_ALL=C sort | sed 's/.*/#include "&"/'
   cat <<'TAIL'
 
 #endif

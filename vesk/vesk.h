@@ -4,6 +4,7 @@
 #ifndef VESK_VESK_H
 #define VESK_VESK_H
 
+#include "IO/Location.h"
 #include "vesk/Library.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
 #include "vesk/base/Atomic.h"

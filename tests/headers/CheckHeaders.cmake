@@ -2,7 +2,9 @@
 #   MODE=umbrella: installs BUILD_DIR below WORK_DIR and compares the headers
 #     it installed with the #include lines of the installed vesk/vesk.h.
 #   MODE=includes: every public header below SOURCE_DIR/vesk (outside
-#     INTERNAL_DIRS) includes only standard headers and public vesk/ headers.
+#     INTERNAL_DIRS), and each of EXTRA_PUBLIC_HEADERS (the file layer's
+#     installed headers), includes only standard headers, public vesk/
+#     headers and EXTRA_PUBLIC_HEADERS.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -61,6 +63,7 @@ elseif(MODE STREQUAL "includes")
   list(JOIN INTERNAL_DIRS "|" internal)
   file(GLOB_RECURSE headers RELATIVE "${SOURCE_DIR}" "${SOURCE_DIR}/vesk/*.h")
   list(FILTER headers EXCLUDE REGEX "(^|/)(${internal})/")
+  list(APPEND headers ${EXTRA_PUBLIC_HEADERS})
   set(problems "")
   foreach(header IN LISTS headers)
     file(STRINGS "${SOURCE_DIR}/${header}" lines REGEX "^[ \t]*#[ \t]*include")
@@ -74,6 +77,9 @@ elseif(MODE STREQUAL "includes")
         set(name "${CMAKE_MATCH_1}")
       else()
         string(APPEND problems "  ${header}: unreadable include: ${line}\n")
+        continue()
+      endif()
+      if(name IN_LIST EXTRA_PUBLIC_HEADERS)
         continue()
       endif()
       if(NOT name MATCHES "^vesk/" OR name MATCHES "(^|/)(${internal})/")
