@@ -1,30 +1,12 @@
-# The exception tree: one header and source per class.
+# The exception tree: one header per class; the plain classes are defined
+# together in ExceptionClasses.cpp, the others in a source of their own.
 set(VESK_EXCEPTION_SOURCES
-  vesk/base/ArrayIndexOutOfBoundsException.cpp
-  vesk/base/ClassCastException.cpp
+  vesk/base/ExceptionClasses.cpp
   vesk/base/ClassNotFoundException.cpp
   vesk/base/Exception.cpp
-  vesk/base/IllegalArgumentException.cpp
-  vesk/base/IllegalComparisonException.cpp
-  vesk/base/IllegalStateException.cpp
   vesk/base/InstantiationException.cpp
-  vesk/base/MemoryException.cpp
-  vesk/base/NullReferenceException.cpp
-  vesk/base/NumberFormatException.cpp
-  vesk/base/SynchronizationException.cpp
-  vesk/base/TimeoutException.cpp
   vesk/base/win/WinSystemErrorException.cpp
-  vesk/io/AccessDeniedException.cpp
-  vesk/io/CharConversionException.cpp
-  vesk/io/IOException.cpp
-  vesk/io/InterruptedIOException.cpp
   vesk/io/UnknownCharacterException.cpp
   vesk/io/UnsupportedEncodingException.cpp
-  vesk/io/XMLException.cpp
-  vesk/net/SocketException.cpp
   vesk/net/UnknownHostException.cpp
-  vesk/util/EmptyQueueException.cpp
-  vesk/util/EmptyStackException.cpp
-  vesk/util/NoSuchElementException.cpp
-  vesk/util/regex/RegExParseException.cpp
 )

@@ -17,6 +17,7 @@
 #include "vesk/base/ClassNotFoundException.h"
 #include "vesk/base/Condition.h"
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 #include "vesk/base/Export.h"
 #include "vesk/base/IClassManager.h"
 #include "vesk/base/IComparable.h"

@@ -4,16 +4,13 @@
 #define VESK_BASE_ARRAYINDEXOUTOFBOUNDSEXCEPTION_H
 
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace base {
 
 /// Exception class vesk::base::CArrayIndexOutOfBoundsException (base vesk::base::CException).
-class VESK_API CArrayIndexOutOfBoundsException : public vesk::base::CException {
-  VESK_DECLARE_CLASS(CArrayIndexOutOfBoundsException);
-
-  CArrayIndexOutOfBoundsException(const char* sourceFile, unsigned int sourceLine);
-};
+VESK_DECLARE_EXCEPTION(CArrayIndexOutOfBoundsException, vesk::base::CException, None);
 
 }  // namespace base
 }  // namespace vesk

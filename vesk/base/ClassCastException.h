@@ -4,16 +4,13 @@
 #define VESK_BASE_CLASSCASTEXCEPTION_H
 
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace base {
 
 /// Exception class vesk::base::CClassCastException (base vesk::base::CException).
-class VESK_API CClassCastException : public vesk::base::CException {
-  VESK_DECLARE_CLASS(CClassCastException);
-
-  CClassCastException(const char* sourceFile, unsigned int sourceLine);
-};
+VESK_DECLARE_EXCEPTION(CClassCastException, vesk::base::CException, None);
 
 }  // namespace base
 }  // namespace vesk

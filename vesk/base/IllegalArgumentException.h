@@ -4,17 +4,14 @@
 #define VESK_BASE_ILLEGALARGUMENTEXCEPTION_H
 
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace base {
 
 /// Exception class vesk::base::CIllegalArgumentException (base vesk::base::CException).
-class VESK_API CIllegalArgumentException : public vesk::base::CException {
-  VESK_DECLARE_CLASS(CIllegalArgumentException);
-
-  /// The message is always null.
-  CIllegalArgumentException(const char* sourceFile, unsigned int sourceLine, const char* errorDescription = nullptr);
-};
+/// The message is always null.
+VESK_DECLARE_EXCEPTION(CIllegalArgumentException, vesk::base::CException, Description);
 
 }  // namespace base
 }  // namespace vesk

@@ -4,16 +4,13 @@
 #define VESK_BASE_MEMORYEXCEPTION_H
 
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace base {
 
 /// Exception class vesk::base::CMemoryException (base vesk::base::CException).
-class VESK_API CMemoryException : public vesk::base::CException {
-  VESK_DECLARE_CLASS(CMemoryException);
-
-  CMemoryException(const char* sourceFile, unsigned int sourceLine);
-};
+VESK_DECLARE_EXCEPTION(CMemoryException, vesk::base::CException, None);
 
 }  // namespace base
 }  // namespace vesk

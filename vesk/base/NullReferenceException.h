@@ -4,16 +4,13 @@
 #define VESK_BASE_NULLREFERENCEEXCEPTION_H
 
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace base {
 
 /// Exception class vesk::base::CNullReferenceException (base vesk::base::CException).
-class VESK_API CNullReferenceException : public vesk::base::CException {
-  VESK_DECLARE_CLASS(CNullReferenceException);
-
-  CNullReferenceException(const char* sourceFile, unsigned int sourceLine);
-};
+VESK_DECLARE_EXCEPTION(CNullReferenceException, vesk::base::CException, None);
 
 }  // namespace base
 }  // namespace vesk

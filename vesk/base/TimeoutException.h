@@ -4,17 +4,13 @@
 #define VESK_BASE_TIMEOUTEXCEPTION_H
 
 #include "vesk/base/SynchronizationException.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace base {
 
 /// Exception class vesk::base::CTimeoutException (base vesk::base::CSynchronizationException).
-class VESK_API CTimeoutException : public vesk::base::CSynchronizationException {
-  VESK_DECLARE_CLASS(CTimeoutException);
-
-  CTimeoutException(const char* sourceFile, unsigned int sourceLine, const char* errorDescription = nullptr,
-      const char* message = nullptr);
-};
+VESK_DECLARE_EXCEPTION(CTimeoutException, vesk::base::CSynchronizationException, DescriptionMessage);
 
 }  // namespace base
 }  // namespace vesk

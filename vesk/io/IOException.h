@@ -4,17 +4,13 @@
 #define VESK_IO_IOEXCEPTION_H
 
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace io {
 
 /// Exception class vesk::io::CIOException (base vesk::base::CException).
-class VESK_API CIOException : public vesk::base::CException {
-  VESK_DECLARE_CLASS(CIOException);
-
-  CIOException(const char* sourceFile, unsigned int sourceLine, const char* errorDescription = nullptr,
-      const char* message = nullptr);
-};
+VESK_DECLARE_EXCEPTION(CIOException, vesk::base::CException, DescriptionMessage);
 
 }  // namespace io
 }  // namespace vesk

@@ -4,17 +4,13 @@
 #define VESK_IO_XMLEXCEPTION_H
 
 #include "vesk/io/IOException.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace io {
 
 /// Exception class vesk::io::CXMLException (base vesk::io::CIOException).
-class VESK_API CXMLException : public vesk::io::CIOException {
-  VESK_DECLARE_CLASS(CXMLException);
-
-  CXMLException(const char* sourceFile, unsigned int sourceLine, const char* errorDescription = nullptr,
-      const char* message = nullptr);
-};
+VESK_DECLARE_EXCEPTION(CXMLException, vesk::io::CIOException, DescriptionMessage);
 
 }  // namespace io
 }  // namespace vesk

@@ -4,17 +4,13 @@
 #define VESK_NET_SOCKETEXCEPTION_H
 
 #include "vesk/io/IOException.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace net {
 
 /// Exception class vesk::net::CSocketException (base vesk::io::CIOException).
-class VESK_API CSocketException : public vesk::io::CIOException {
-  VESK_DECLARE_CLASS(CSocketException);
-
-  CSocketException(const char* sourceFile, unsigned int sourceLine, const char* errorDescription = nullptr,
-      const char* message = nullptr);
-};
+VESK_DECLARE_EXCEPTION(CSocketException, vesk::io::CIOException, DescriptionMessage);
 
 }  // namespace net
 }  // namespace vesk

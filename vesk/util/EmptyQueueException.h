@@ -4,16 +4,13 @@
 #define VESK_UTIL_EMPTYQUEUEEXCEPTION_H
 
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace util {
 
 /// Exception class vesk::util::CEmptyQueueException (base vesk::base::CException).
-class VESK_API CEmptyQueueException : public vesk::base::CException {
-  VESK_DECLARE_CLASS(CEmptyQueueException);
-
-  CEmptyQueueException(const char* sourceFile, unsigned int sourceLine);
-};
+VESK_DECLARE_EXCEPTION(CEmptyQueueException, vesk::base::CException, None);
 
 }  // namespace util
 }  // namespace vesk

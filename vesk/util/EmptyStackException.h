@@ -4,16 +4,13 @@
 #define VESK_UTIL_EMPTYSTACKEXCEPTION_H
 
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace util {
 
 /// Exception class vesk::util::CEmptyStackException (base vesk::base::CException).
-class VESK_API CEmptyStackException : public vesk::base::CException {
-  VESK_DECLARE_CLASS(CEmptyStackException);
-
-  CEmptyStackException(const char* sourceFile, unsigned int sourceLine);
-};
+VESK_DECLARE_EXCEPTION(CEmptyStackException, vesk::base::CException, None);
 
 }  // namespace util
 }  // namespace vesk

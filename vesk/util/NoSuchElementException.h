@@ -4,16 +4,13 @@
 #define VESK_UTIL_NOSUCHELEMENTEXCEPTION_H
 
 #include "vesk/base/MemoryException.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace util {
 
 /// Exception class vesk::util::CNoSuchElementException (base vesk::base::CMemoryException).
-class VESK_API CNoSuchElementException : public vesk::base::CMemoryException {
-  VESK_DECLARE_CLASS(CNoSuchElementException);
-
-  CNoSuchElementException(const char* sourceFile, unsigned int sourceLine);
-};
+VESK_DECLARE_EXCEPTION(CNoSuchElementException, vesk::base::CMemoryException, None);
 
 }  // namespace util
 }  // namespace vesk

@@ -4,18 +4,14 @@
 #define VESK_UTIL_REGEX_REGEXPARSEEXCEPTION_H
 
 #include "vesk/base/Exception.h"
+#include "vesk/base/ExceptionClass.h"
 
 namespace vesk {
 namespace util {
 namespace regex {
 
 /// Exception class vesk::util::regex::CRegExParseException (base vesk::base::CException).
-class VESK_API CRegExParseException : public vesk::base::CException {
-  VESK_DECLARE_CLASS(CRegExParseException);
-
-  CRegExParseException(const char* sourceFile, unsigned int sourceLine, const char* errorDescription = nullptr,
-      const char* message = nullptr);
-};
+VESK_DECLARE_EXCEPTION(CRegExParseException, vesk::base::CException, DescriptionMessage);
 
 }  // namespace regex
 }  // namespace util
