@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
@@ -102,6 +103,41 @@ TEST(Base64OutputStreamTest, FailingWrappedStreamNeverOverrunsTheGroup) {
 
 // Compares the stream's text with Python's base64 module over random data of
 // random lengths, unbroken and broken into CR LF lines of several lengths.
+// Array writes encode whole groups in blocks; what reaches the wrapped stream
+// must be what one-byte writes produce, from any split and at any line length.
+TEST(Base64OutputStreamTest, ArrayWritesMatchByteWrites) {
+  std::mt19937 random(7);
+  std::string data(5000, '\0');
+  for (char& c : data) c = static_cast<char>(random());
+  for (unsigned int lineLength : {0u, 1u, 2u, 3u, 4u, 5u, 7u, 76u}) {
+    CTestOutputStream bytes, blocks;
+    CBase64OutputStream one(&bytes, lineLength), many(&blocks, lineLength);
+    for (char c : data) one.Write(c);
+    for (size_t at = 0; at < data.size();) {
+      size_t n = std::min<size_t>(random() % 40 == 0 ? 4000 : random() % 11, data.size() - at);
+      many.Write(data.data(), static_cast<unsigned int>(at), static_cast<unsigned int>(n));
+      at += n;
+    }
+    one.Flush();
+    many.Flush();
+    EXPECT_EQ(blocks.data, bytes.data) << "lines of " << lineLength;
+  }
+  // A subclass that takes the bytes one by one still gets every one.
+  struct Counting : CBase64OutputStream {
+    using CBase64OutputStream::CBase64OutputStream;
+    using CBase64OutputStream::Write;
+    void Write(char byte) override {
+      ++count;
+      CBase64OutputStream::Write(byte);
+    }
+    int count = 0;
+  };
+  CTestOutputStream sink;
+  Counting counting(&sink, 0);
+  counting.Write(data.data(), 100);
+  EXPECT_EQ(counting.count, 100);
+}
+
 TEST(Base64OutputStreamTest, MatchesPythonBase64) {
   if (std::system("python3 -c 'import base64' >/dev/null 2>&1") != 0) {
     GTEST_SKIP() << "python3 with its base64 module is not available";

@@ -27,6 +27,10 @@ class VESK_API CBase64OutputStream : public COutputStream {
   ~CBase64OutputStream() override;
 
   using COutputStream::Write;
+  /// Takes the bytes as Write(char) would, one after the other: the same
+  /// characters and line breaks reach the wrapped stream, in larger writes.
+  /// A subclass that overrides Write(char) still receives every byte.
+  void Write(const char* buffer, unsigned int offset, unsigned int length) override;
   /// Takes one byte; every third completes a group of four characters.
   void Write(char byte) override;
   /// Pads and writes a partial group (later bytes start a new group), then
@@ -46,6 +50,9 @@ class VESK_API CBase64OutputStream : public COutputStream {
   /// Writes encoded characters, breaking lines before a character that would
   /// overflow the current one.
   void InternalWrite(const char* chars, unsigned int offset, unsigned int length);
+  /// Encodes whole groups of bytes, with the line breaks InternalWrite
+  /// would put between them, into out; returns the characters stored.
+  unsigned int EncodeBlock(const unsigned char* bytes, unsigned int groups, char* out);
 
   COutputStream* m_stream;
   vesk::base::CRef<COutputStream> m_streamRef;
