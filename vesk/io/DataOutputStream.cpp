@@ -86,6 +86,11 @@ void CDataOutputStream::Close() {
   stream->Close();
 }
 
+void CDataOutputStream::WriteCheckedValueBytes(const char* bytes, unsigned int length) {
+  VESK_CHECK_OPEN();
+  WriteValueBytes(bytes, length);
+}
+
 void CDataOutputStream::WriteBool(bool value) {
   VESK_CHECK_OPEN();
   m_stream->Write(static_cast<char>(value ? 1 : 0));
@@ -99,34 +104,6 @@ void CDataOutputStream::WriteByte(char value) {
 void CDataOutputStream::WriteUByte(unsigned char value) {
   VESK_CHECK_OPEN();
   m_stream->Write(static_cast<char>(value));
-}
-
-void CDataOutputStream::WriteInt16(short value) {
-  VESK_CHECK_OPEN();
-  char b[2];
-  PutBig16(b, static_cast<unsigned short>(value));
-  WriteValueBytes(b, 2);
-}
-
-void CDataOutputStream::WriteInt32(int value) {
-  VESK_CHECK_OPEN();
-  char b[4];
-  PutBig32(b, static_cast<unsigned int>(value));
-  WriteValueBytes(b, 4);
-}
-
-void CDataOutputStream::WriteUInt16(unsigned short value) {
-  VESK_CHECK_OPEN();
-  char b[2];
-  PutBig16(b, value);
-  WriteValueBytes(b, 2);
-}
-
-void CDataOutputStream::WriteUInt32(unsigned int value) {
-  VESK_CHECK_OPEN();
-  char b[4];
-  PutBig32(b, value);
-  WriteValueBytes(b, 4);
 }
 
 // Floating-point values keep the host byte order: files written by earlier

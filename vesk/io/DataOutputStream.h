@@ -3,6 +3,8 @@
 #ifndef VESK_IO_DATAOUTPUTSTREAM_H
 #define VESK_IO_DATAOUTPUTSTREAM_H
 
+#include <cstring>
+
 #include "vesk/base/Ref.h"
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/ISerializable.h"
@@ -40,10 +42,12 @@ class VESK_API CDataOutputStream : public COutputStream {
   virtual void WriteBool(bool value);
   virtual void WriteByte(char value);
   virtual void WriteUByte(unsigned char value);
-  virtual void WriteInt16(short value);
-  virtual void WriteInt32(int value);
-  virtual void WriteUInt16(unsigned short value);
-  virtual void WriteUInt32(unsigned int value);
+  // Integers are big-endian. Defined here so that a call on a stream whose
+  // type the compiler knows appends in place without a call into the library.
+  virtual void WriteInt16(short value) { WriteBig16(static_cast<unsigned short>(value)); }
+  virtual void WriteInt32(int value) { WriteBig32(static_cast<unsigned int>(value)); }
+  virtual void WriteUInt16(unsigned short value) { WriteBig16(value); }
+  virtual void WriteUInt32(unsigned int value) { WriteBig32(value); }
   virtual void WriteFloat(float value);
   virtual void WriteDouble(double value);
   /// The UTF-8 byte count (4 bytes, big-endian), then the bytes; the empty
@@ -82,6 +86,41 @@ class VESK_API CDataOutputStream : public COutputStream {
   void WriteValueBytes(const char* bytes, unsigned int length) {
     if (m_buffered && m_buffered->AppendIfRoom(bytes, length)) return;
     m_stream->Write(bytes, length);
+  }
+  /// Checks that the stream is open (CIOException "Stream closed."), then
+  /// WriteValueBytes.
+  void WriteCheckedValueBytes(const char* bytes, unsigned int length);
+  /// A 16- or 32-bit value, big-endian. m_buffered is null once closed, so
+  /// the in-place append needs no check of its own.
+  /// The bytes are made in a register and stored at once (a value stored
+  /// in pieces and read back whole would stall the store buffer).
+  void WriteBig16(unsigned int v) {
+    const unsigned short big = ToBigEndian16(static_cast<unsigned short>(v));
+    char b[2];
+    std::memcpy(b, &big, 2);
+    if (m_buffered && m_buffered->AppendIfRoom(b, 2)) return;
+    WriteCheckedValueBytes(b, 2);
+  }
+  void WriteBig32(unsigned int v) {
+    const unsigned int big = ToBigEndian32(v);
+    char b[4];
+    std::memcpy(b, &big, 4);
+    if (m_buffered && m_buffered->AppendIfRoom(b, 4)) return;
+    WriteCheckedValueBytes(b, 4);
+  }
+  static unsigned short ToBigEndian16(unsigned short v) {
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+    return v;
+#else
+    return static_cast<unsigned short>((v >> 8) | (v << 8));
+#endif
+  }
+  static unsigned int ToBigEndian32(unsigned int v) {
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+    return v;
+#else
+    return (v >> 24) | ((v >> 8) & 0xFF00u) | ((v << 8) & 0xFF0000u) | (v << 24);
+#endif
   }
 
  private:
