@@ -1,0 +1,37 @@
+/// \file
+/// CXMLStartElementToken: a start-element token.
+#ifndef VESK_IO_XMLSTARTELEMENTTOKEN_H
+#define VESK_IO_XMLSTARTELEMENTTOKEN_H
+
+#include "vesk/io/IXMLStartElementToken.h"
+#include "vesk/io/XMLAttributeList.h"
+#include "vesk/io/XMLElementToken.h"
+
+namespace vesk {
+namespace io {
+
+/// A start element (kind XMLStartElement): the names and a copy of the
+/// attribute list it was made with.
+class VESK_API CXMLStartElementToken : public CXMLElementToken,
+                                       public virtual IXMLStartElementToken {
+  VESK_DECLARE_CLASS(CXMLStartElementToken);
+
+  /// The raw name only (local name and namespace URI stay empty).
+  CXMLStartElementToken(const vesk::base::CUnicodeString& qualifiedName, const CXMLAttributeList& attributes)
+      : CXMLElementToken(XMLStartElement, qualifiedName), m_attributes(attributes) {}
+  CXMLStartElementToken(const vesk::base::CUnicodeString& qualifiedName, const vesk::base::CUnicodeString& localName,
+                        const vesk::base::CUnicodeString& namespaceURI, const CXMLAttributeList& attributes)
+      : CXMLElementToken(XMLStartElement, qualifiedName, localName, namespaceURI),
+        m_attributes(attributes) {}
+  ~CXMLStartElementToken() override;
+
+  const CXMLAttributeList& GetAttributes() const override { return m_attributes; }
+
+ private:
+  CXMLAttributeList m_attributes;
+};
+
+}  // namespace io
+}  // namespace vesk
+
+#endif
