@@ -263,7 +263,8 @@ TEST(Utf8ConverterTest, ByteOrderMark) {
 
 TEST(Utf8ConverterTest, AgreesWithTheUnitRulesForAnyTextAndRoom) {
   // Random text rich in surrogates, random output room: either the bytes of
-  // the rules, or -1 exactly when they do not fit.
+  // the rules, or -1 exactly when they do not fit, with the bytes of the
+  // units before the one that did not fit left in the area.
   std::mt19937 rng(7);
   const unsigned short pool[] = {'a',    0x7F,   0xE9,   0x7FF,  0x20AC, 0xD800,
                                  0xD83D, 0xDBFF, 0xDC00, 0xDE00, 0xDFFF, 0xFFFF};
@@ -275,10 +276,14 @@ TEST(Utf8ConverterTest, AgreesWithTheUnitRulesForAnyTextAndRoom) {
     unsigned short after = pending;
     std::string expected = ReferenceEncode(text, after);
     unsigned int room = static_cast<unsigned int>(rng() % (expected.size() + 3));
-    std::vector<char> out(room + 1);
+    std::vector<char> out(room + 1, '\x01');
     int n = c.Convert(text.data(), 0, static_cast<unsigned int>(text.size()), out.data(), 0, room);
     if (expected.size() > room) {
       ASSERT_EQ(n, -1) << "round " << round;
+      size_t written = std::string(out.data(), room).find('\x01');
+      if (written == std::string::npos) written = room;
+      ASSERT_EQ(std::string(out.data(), written), expected.substr(0, written)) << "round " << round;
+      ASSERT_GT(written + 4, room) << "round " << round;  // only the unit that did not fit is missing
       c.Reset();
       pending = 48;
     } else {

@@ -36,47 +36,6 @@ CWCharToCharUTF8& CWCharToCharUTF8::operator=(const CWCharToCharUTF8& other) {
 
 CWCharToCharUTF8::~CWCharToCharUTF8() {}
 
-namespace {
-
-// The bytes Convert writes for these units (with no pending unit), counted
-// no further than about limit: enough to tell whether they fit in limit.
-// Runs of units without a high surrogate are counted in blocks without a
-// branch per unit, which the compiler turns into vector code: a text that
-// does not fit is then refused for a fraction of what encoding it costs.
-std::size_t MeasureUpTo(const unsigned short* in, const unsigned short* end, std::size_t limit) {
-  const int kBlock = 32;
-  std::size_t need = 0;
-  while (in < end && need <= limit) {
-    if (end - in >= kBlock) {
-      unsigned int block = 0;
-      unsigned int highs = 0;
-      for (int i = 0; i < kBlock; ++i) {
-        unsigned int c = in[i];
-        block += 1u + (c >= 0x80u) + (c >= 0x800u);
-        highs += (c - 0xD800u) <= 0x3FFu;
-      }
-      if (highs == 0) {
-        need += block;
-        in += kBlock;
-        continue;
-      }
-    }
-    unsigned int c = *in;
-    if (!IsHighSurrogate(c)) {
-      need += c < 0x80 ? 1 : c < 0x800 ? 2 : 3;
-      ++in;
-    } else if (in + 1 == end) {
-      ++in;  // stays pending: nothing written now
-    } else {
-      need += 1;  // '?' for the unit and the one after it
-      in += 2;
-    }
-  }
-  return need;
-}
-
-}  // namespace
-
 int CWCharToCharUTF8::Convert(const unsigned short* units, unsigned int offset, unsigned int length,
                               char* bytes, unsigned int byteOffset, unsigned int byteLength) {
   const unsigned short* in = units + offset;
@@ -104,16 +63,9 @@ int CWCharToCharUTF8::Convert(const unsigned short* units, unsigned int offset, 
     m_pendingHighSurrogate = kNoPendingSurrogate;
   }
 
-  // When the room might not take every unit, find out first: a text that
-  // does not fit is refused before anything is encoded (the caller then
-  // writes its buffer out or grows it and calls again, so encoding part of
-  // the text would be work thrown away, over and over for a large text).
-  {
-    std::size_t room = static_cast<std::size_t>(outEnd - out);
-    if (room / 3 < static_cast<std::size_t>(inEnd - in) && MeasureUpTo(in, inEnd, room) > room)
-      return -1;
-  }
-
+  // No early refusal: when the room runs out, the bytes of every unit
+  // before the one that did not fit stay written (uncounted) in the output
+  // area, and -1 is returned at that unit.
   while (in < inEnd) {
     // While the room left takes three bytes for every unit left, no unit
     // can overflow it: encode without checking room per unit.
