@@ -1,4 +1,8 @@
+#include <unistd.h>
+
+#include <fstream>
 #include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -347,6 +351,32 @@ TEST(XMLTextWriterTest, SharedStreamLivesAndClosesWithTheWriter) {
   }
   EXPECT_TRUE(eol == "\r\n");
   EXPECT_EQ(tally.destroyed, 1);
+}
+
+TEST(XMLTextWriterTest, WritesAFileByLocation) {
+  char path[] = "/tmp/vesk-xml-location-XXXXXX";
+  int fd = mkstemp(path);
+  ASSERT_GE(fd, 0);
+  close(fd);
+  {
+    std::ofstream(path) << "old content that must go";
+    CXMLTextWriter writer(IO::Location(path), "UTF-8", 16, nullptr, kLf, false);
+    writer.WriteStartDocument();
+    writer.WriteElementString(W(u"a"), W(u"\u00e9"));
+    writer.Close();
+  }
+  std::stringstream read;
+  read << std::ifstream(path).rdbuf();
+  EXPECT_EQ(read.str(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\xC3\xA9</a>\n");
+  // A bad encoding is refused before the file is emptied.
+  ExpectThrow<CXMLException>(
+      [&] { CXMLTextWriter w(IO::Location(path), "", 16, nullptr, kLf, false); },
+      "Invalid encoding specification.");
+  EXPECT_EQ(read.str().size(), std::ifstream(path, std::ios::ate).tellg());
+  unlink(path);
+  EXPECT_THROW(CXMLTextWriter(IO::Location("/nonexistent-dir/x.xml"), "UTF-8", 16, nullptr, kLf,
+                              false),
+               CIOException);
 }
 
 // --- the typed defaults of every writer ----------------------------------------

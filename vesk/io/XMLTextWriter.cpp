@@ -5,6 +5,7 @@
 #include "vesk/base/Bool.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/io/BufferedWriter.h"
+#include "vesk/io/FileOutputStream.h"
 #include "vesk/io/IOException.h"
 #include "vesk/io/OutputStreamWriter.h"
 #include "vesk/io/PrintWriter.h"
@@ -87,6 +88,24 @@ CXMLTextWriter::CXMLTextWriter(const CRef<COutputStream>& out, const char* encod
       m_lineClosesStartTag(false),
       m_contexts(nullptr) {
   Init(out.Get(), encoding, bufferSize, endOfLine, writeByteOrderMark);
+}
+
+CXMLTextWriter::CXMLTextWriter(const IO::Location& location, const char* encoding,
+                               unsigned int bufferSize, CXMLTextTabulator* tabulator,
+                               const unsigned short* endOfLine, bool writeByteOrderMark)
+    : m_stream(nullptr),
+      m_tabulator(tabulator),
+      m_line(nullptr),
+      m_documentStarted(false),
+      m_rootWritten(false),
+      m_startElementOpen(false),
+      m_lineClosesStartTag(false),
+      m_contexts(nullptr) {
+  // A bad encoding must not empty the file first.
+  if (!encoding || !*encoding)
+    VESK_THROW(kSource, CXMLException, "Invalid encoding specification.");
+  m_streamRef = new CFileOutputStream(location, false);
+  Init(m_streamRef.Get(), encoding, bufferSize, endOfLine, writeByteOrderMark);
 }
 
 void CXMLTextWriter::Init(COutputStream* out, const char* encoding, unsigned int bufferSize,

@@ -3,6 +3,7 @@
 #ifndef VESK_IO_XMLTEXTWRITER_H
 #define VESK_IO_XMLTEXTWRITER_H
 
+#include "IO/Location.h"
 #include "vesk/base/Ref.h"
 #include "vesk/base/String.h"
 #include "vesk/base/UnicodeString.h"
@@ -79,6 +80,13 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   CXMLTextWriter(const vesk::base::CRef<COutputStream>& out, const char* encoding,
                  unsigned int bufferSize, CXMLTextTabulator* tabulator,
                  const unsigned short* endOfLine, bool writeByteOrderMark);
+  /// As above, on a file output stream opened at location (created, or
+  /// emptied when it exists). The encoding is checked before the file is
+  /// opened; a file that cannot be opened throws the file stream's
+  /// CIOException ("Access denied.", "Failed to open the underlying file.").
+  CXMLTextWriter(const IO::Location& location, const char* encoding, unsigned int bufferSize,
+                 CXMLTextTabulator* tabulator, const unsigned short* endOfLine,
+                 bool writeByteOrderMark);
   /// Destruction neither flushes nor closes: Close first.
   ~CXMLTextWriter() override;
 
