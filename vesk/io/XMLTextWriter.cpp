@@ -64,43 +64,21 @@ inline const unsigned short* BoolText(bool value) {
 CXMLTextWriter::CXMLTextWriter(COutputStream* out, const char* encoding, unsigned int bufferSize,
                                CXMLTextTabulator* tabulator, const unsigned short* endOfLine,
                                bool writeByteOrderMark)
-    : m_stream(nullptr),
-      m_tabulator(tabulator),
-      m_line(nullptr),
-      m_documentStarted(false),
-      m_rootWritten(false),
-      m_startElementOpen(false),
-      m_lineClosesStartTag(false),
-      m_contexts(nullptr) {
+    : m_tabulator(tabulator) {
   Init(out, encoding, bufferSize, endOfLine, writeByteOrderMark);
 }
 
 CXMLTextWriter::CXMLTextWriter(const CRef<COutputStream>& out, const char* encoding,
                                unsigned int bufferSize, CXMLTextTabulator* tabulator,
                                const unsigned short* endOfLine, bool writeByteOrderMark)
-    : m_stream(nullptr),
-      m_streamRef(out),
-      m_tabulator(tabulator),
-      m_line(nullptr),
-      m_documentStarted(false),
-      m_rootWritten(false),
-      m_startElementOpen(false),
-      m_lineClosesStartTag(false),
-      m_contexts(nullptr) {
+    : m_streamRef(out), m_tabulator(tabulator) {
   Init(out.Get(), encoding, bufferSize, endOfLine, writeByteOrderMark);
 }
 
 CXMLTextWriter::CXMLTextWriter(const IO::Location& location, const char* encoding,
                                unsigned int bufferSize, CXMLTextTabulator* tabulator,
                                const unsigned short* endOfLine, bool writeByteOrderMark)
-    : m_stream(nullptr),
-      m_tabulator(tabulator),
-      m_line(nullptr),
-      m_documentStarted(false),
-      m_rootWritten(false),
-      m_startElementOpen(false),
-      m_lineClosesStartTag(false),
-      m_contexts(nullptr) {
+    : m_tabulator(tabulator) {
   // A bad encoding must not empty the file first.
   if (!encoding || !*encoding)
     VESK_THROW(kSource, CXMLException, "Invalid encoding specification.");
@@ -221,6 +199,27 @@ void CXMLTextWriter::AppendDeclaration(const unsigned short* prefix,
   m_line->Append('"');
 }
 
+void CXMLTextWriter::AppendQualifiedName(const unsigned short* prefix,
+                                         const unsigned short* localName) {
+  if (prefix) {
+    m_line->Append(prefix, Length(prefix));
+    m_line->Append(':');
+  }
+  m_line->Append(localName, Length(localName));
+}
+
+unsigned int CXMLTextWriter::BeginStartTag(const unsigned short* prefix,
+                                           const unsigned short* localName, bool indent,
+                                           unsigned int& nameLength) {
+  BeginLine(true);
+  if (indent) AppendTab();
+  m_line->Append('<');
+  unsigned int nameStart = m_line->GetLength();
+  AppendQualifiedName(prefix, localName);
+  nameLength = m_line->GetLength() - nameStart;
+  return nameStart;
+}
+
 void CXMLTextWriter::PrintLine() {
   m_printWriter->Write(m_line->GetUnits(), 0, m_line->GetLength());
   if (m_lineClosesStartTag) m_startElementOpen = false;
@@ -335,16 +334,8 @@ void CXMLTextWriter::StartElement(const unsigned short* prefix, const unsigned s
     if (boundPrefix) prefix = *boundPrefix;
   }
 
-  BeginLine(true);
-  if (indent) AppendTab();
-  m_line->Append('<');
-  unsigned int nameStart = m_line->GetLength();
-  if (prefix) {
-    m_line->Append(prefix, Length(prefix));
-    m_line->Append(':');
-  }
-  m_line->Append(localName, Length(localName));
-  unsigned int nameLength = m_line->GetLength() - nameStart;
+  unsigned int nameLength = 0;
+  unsigned int nameStart = BeginStartTag(prefix, localName, indent, nameLength);
   if (declareDefault) AppendDeclaration(nullptr, namespaceURI);
   if (declarePrefix) AppendDeclaration(prefix, namespaceURI);
 
@@ -424,16 +415,8 @@ void CXMLTextWriter::Element(const unsigned short* localName, bool hasNamespace,
     const CUnicodeString* bound = ResolveNamespace(namespaceURI, declareDefault);
     if (bound) prefix = *bound;
   }
-  BeginLine(true);
-  if (indent) AppendTab();
-  m_line->Append('<');
-  unsigned int nameStart = m_line->GetLength();
-  if (prefix) {
-    m_line->Append(prefix, Length(prefix));
-    m_line->Append(':');
-  }
-  m_line->Append(localName, Length(localName));
-  unsigned int nameLength = m_line->GetLength() - nameStart;
+  unsigned int nameLength = 0;
+  unsigned int nameStart = BeginStartTag(prefix, localName, indent, nameLength);
   if (declareDefault) AppendDeclaration(nullptr, namespaceURI);
   m_line->Append('>');
   if (escape) {
@@ -467,11 +450,7 @@ void CXMLTextWriter::AttributeLine(const unsigned short* prefix, const unsigned 
                                    const unsigned short* value, bool escape) {
   BeginLine(false);
   m_line->Append(' ');
-  if (prefix) {
-    m_line->Append(prefix, Length(prefix));
-    m_line->Append(':');
-  }
-  m_line->Append(localName, Length(localName));
+  AppendQualifiedName(prefix, localName);
   m_line->AppendAscii("=\"");
   if (escape) {
     AppendEscaped(value);

@@ -323,6 +323,12 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   void AppendEndOfLine();
   void AppendEscaped(const unsigned short* text);
   void AppendDeclaration(const unsigned short* prefix, const unsigned short* namespaceURI);
+  /// [prefix ":"] localName.
+  void AppendQualifiedName(const unsigned short* prefix, const unsigned short* localName);
+  /// Begins a line with a start tag's "<" and name; returns where the name
+  /// starts in the line and its length.
+  unsigned int BeginStartTag(const unsigned short* prefix, const unsigned short* localName,
+                             bool indent, unsigned int& nameLength);
   /// Prints the line; a pending start tag closed in it is closed then.
   void PrintLine();
   /// The prefix an element in namespaceURI takes (null: unprefixed), and
@@ -347,20 +353,20 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   void CloseChain();
 
   vesk::base::CString m_encoding;
-  COutputStream* m_stream;
+  COutputStream* m_stream = nullptr;
   vesk::base::CRef<COutputStream> m_streamRef;
   vesk::base::CRef<COutputStreamWriter> m_streamWriter;
   vesk::base::CRef<CBufferedWriter> m_bufferedWriter;
   vesk::base::CRef<CPrintWriter> m_printWriter;
   CXMLTextTabulator* m_tabulator;
-  internal::CXMLTextLine* m_line;
+  internal::CXMLTextLine* m_line = nullptr;
   unsigned short m_numberBuffer[kNumberBufferSize];
-  bool m_documentStarted;
-  bool m_rootWritten;
-  bool m_startElementOpen;
+  bool m_documentStarted = false;
+  bool m_rootWritten = false;
+  bool m_startElementOpen = false;
   /// Whether the line being assembled closes the pending start tag.
-  bool m_lineClosesStartTag;
-  internal::CXMLTextWriterContextStack* m_contexts;
+  bool m_lineClosesStartTag = false;
+  internal::CXMLTextWriterContextStack* m_contexts = nullptr;
   vesk::base::CUnicodeString m_endOfLine;
 };
 
