@@ -145,7 +145,7 @@ class CDocument {
           break;
         }
         case 1: {
-          int v = static_cast<int>(m_rng()) - 1000000;
+          int v = static_cast<int>(m_rng() % 2000000000u) - 1000000000;
           m_writer.WriteAttrLong(U(attr), v);
           value = std::to_string(v);
           break;
