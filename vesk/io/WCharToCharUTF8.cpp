@@ -1,6 +1,8 @@
 #include "vesk/io/WCharToCharUTF8.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 #include "vesk/io/ConcreteWCharToCharConverterFactory.h"
 
@@ -73,6 +75,19 @@ int CWCharToCharUTF8::Convert(const unsigned short* units, unsigned int offset, 
     std::size_t room = static_cast<std::size_t>(outEnd - out);
     if (room / 3 < static_cast<std::size_t>(inEnd - in)) fastEnd = in + room / 3;
     while (in < fastEnd) {
+      // Runs of ASCII, four units at a time.
+      while (fastEnd - in >= 4) {
+        std::uint64_t four;
+        std::memcpy(&four, in, sizeof four);
+        if (four & 0xFF80FF80FF80FF80ull) break;
+        out[0] = static_cast<unsigned char>(in[0]);
+        out[1] = static_cast<unsigned char>(in[1]);
+        out[2] = static_cast<unsigned char>(in[2]);
+        out[3] = static_cast<unsigned char>(in[3]);
+        in += 4;
+        out += 4;
+      }
+      if (in >= fastEnd) break;
       unsigned int c = *in;
       if (c < 0x80) {
         *out++ = static_cast<unsigned char>(c);

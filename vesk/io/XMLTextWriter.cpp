@@ -14,7 +14,6 @@
 #include "vesk/io/internal/XMLTextWriterContextStack.h"
 #include "vesk/platform/Format16.h"
 #include "vesk/platform/Throw.h"
-#include "vesk/platform/Utf16.h"
 #include "vesk/util/NoSuchElementException.h"
 
 namespace vesk {
@@ -35,8 +34,12 @@ namespace {
 
 const char kSource[] = "vesk/io/XMLTextWriter";
 
+// Names and texts here are short: counted inline rather than by a call.
 inline unsigned int Length(const unsigned short* text) {
-  return text ? platform::Utf16Length(text) : 0;
+  unsigned int n = 0;
+  if (text)
+    while (text[n]) ++n;
+  return n;
 }
 
 inline bool IsEmptyText(const unsigned short* text) { return !text || !*text; }
