@@ -242,57 +242,43 @@ TEST(XMLTextWriterTest, RuleViolationsThrowTheirMessages) {
     Op op;
     const char* message;
   };
-  const Violation open[] = {  // with an open start tag <r>
-      {[](CXMLTextWriter& w) { w.WriteStartElement(W(u"")); }, "Invalid local name."},
-      {[](CXMLTextWriter& w) { w.WriteStartElement(nullptr, W(u"urn:n")); }, "Invalid local name."},
-      {[](CXMLTextWriter& w) { w.WriteStartElement(W(u"a:b")); }, "Local name must be unqualified name."},
-      {[](CXMLTextWriter& w) { w.WriteStartElement(W(u"1a")); }, "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteStartElement(W(u"a\U0001F600")); }, "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteStartElement(W(u"a"), W(u"")); }, "Invalid namespace URI."},
-      {[](CXMLTextWriter& w) { w.WriteStartElement(W(u""), W(u"a"), W(u"urn:n")); }, "Invalid prefix."},
-      {[](CXMLTextWriter& w) { w.WriteStartElement(W(u"p:q"), W(u"a"), W(u"urn:n")); },
-       "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteAttribute(W(u"a"), W(u"urn:none"), W(u"v")); },
-       "Undeclared namespace."},
-      {[](CXMLTextWriter& w) { w.WriteAttribute(nullptr, W(u"a"), W(u"urn:n"), W(u"v")); },
-       "Invalid prefix."},
-      {[](CXMLTextWriter& w) { w.WriteAttribute(W(u"a"), W(u"\x01")); }, "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteAttribute(W(u"p"), W(u"a"), W(u"u"), W(u"\xFFFF")); },
-       "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteAttrNamespaceDeclaration(W(u""), W(u"urn:n")); }, "Invalid prefix."},
-      {[](CXMLTextWriter& w) { w.WriteAttrNamespaceDeclaration(W(u"-"), W(u"urn:n")); },
-       "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteAttrNamespaceDeclaration(W(u"p"), nullptr); }, "Invalid namespace URI."},
-      {[](CXMLTextWriter& w) {
-         w.WriteAttrNamespaceDeclaration(W(u"p"), W(u"urn:1"));
-         w.WriteAttrNamespaceDeclaration(W(u"p"), W(u"urn:2"));
-       },
-       "This start element already declares the prefix."},
-      {[](CXMLTextWriter& w) {
-         w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:1"));
-         w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:2"));
-       },
-       "This start element already contains default namespace declaration."},
-      {[](CXMLTextWriter& w) { w.WriteString(W(u"ok\xD800")); }, "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteString(W(u"\xDC00x")); }, "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteElementString(W(u"e"), W(u"\x0B")); }, "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteEntityRef(W(u"")); }, "Invalid entity name."},
-      {[](CXMLTextWriter& w) { w.WriteEntityRef(W(u"a;b")); }, "Invalid character error."},
-      {[](CXMLTextWriter& w) { w.WriteProcessingInstruction(nullptr, W(u"d")); },
-       "Invalid processing instruction target."},
-      {[](CXMLTextWriter& w) { w.WriteProcessingInstruction(W(u"t"), W(u"")); },
-       "Invalid processing instruction data."},
-      {[](CXMLTextWriter& w) {
-         w.WriteString(W(u"x"));
-         w.WriteAttribute(W(u"a"), W(u"v"));
-       },
-       "Attributes must be written at start element."},
-      {[](CXMLTextWriter& w) {
-         w.WriteEndElement();
-         w.WriteEndElement();
-       },
-       "There is no start elements to close in the current context."},
+  // Each with an open start tag <r>.
+#define V(body, message) {[](CXMLTextWriter& w) { body; }, message}
+  const Violation open[] = {
+      V(w.WriteStartElement(W(u"")), "Invalid local name."),
+      V(w.WriteStartElement(nullptr, W(u"urn:n")), "Invalid local name."),
+      V(w.WriteStartElement(W(u"a:b")), "Local name must be unqualified name."),
+      V(w.WriteStartElement(W(u"1a")), "Invalid character error."),
+      V(w.WriteStartElement(W(u"a\U0001F600")), "Invalid character error."),
+      V(w.WriteStartElement(W(u"a"), W(u"")), "Invalid namespace URI."),
+      V(w.WriteStartElement(W(u""), W(u"a"), W(u"urn:n")), "Invalid prefix."),
+      V(w.WriteStartElement(W(u"p:q"), W(u"a"), W(u"urn:n")), "Invalid character error."),
+      V(w.WriteAttribute(W(u"a"), W(u"urn:none"), W(u"v")), "Undeclared namespace."),
+      V(w.WriteAttribute(nullptr, W(u"a"), W(u"urn:n"), W(u"v")), "Invalid prefix."),
+      V(w.WriteAttribute(W(u"a"), W(u"\x01")), "Invalid character error."),
+      V(w.WriteAttribute(W(u"p"), W(u"a"), W(u"u"), W(u"\xFFFF")), "Invalid character error."),
+      V(w.WriteAttrNamespaceDeclaration(W(u""), W(u"urn:n")), "Invalid prefix."),
+      V(w.WriteAttrNamespaceDeclaration(W(u"-"), W(u"urn:n")), "Invalid character error."),
+      V(w.WriteAttrNamespaceDeclaration(W(u"p"), nullptr), "Invalid namespace URI."),
+      V(w.WriteAttrNamespaceDeclaration(W(u"p"), W(u"urn:1"));
+        w.WriteAttrNamespaceDeclaration(W(u"p"), W(u"urn:2")),
+        "This start element already declares the prefix."),
+      V(w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:1"));
+        w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:2")),
+        "This start element already contains default namespace declaration."),
+      V(w.WriteString(W(u"ok\xD800")), "Invalid character error."),
+      V(w.WriteString(W(u"\xDC00x")), "Invalid character error."),
+      V(w.WriteElementString(W(u"e"), W(u"\x0B")), "Invalid character error."),
+      V(w.WriteEntityRef(W(u"")), "Invalid entity name."),
+      V(w.WriteEntityRef(W(u"a;b")), "Invalid character error."),
+      V(w.WriteProcessingInstruction(nullptr, W(u"d")), "Invalid processing instruction target."),
+      V(w.WriteProcessingInstruction(W(u"t"), W(u"")), "Invalid processing instruction data."),
+      V(w.WriteString(W(u"x")); w.WriteAttribute(W(u"a"), W(u"v")),
+        "Attributes must be written at start element."),
+      V(w.WriteEndElement(); w.WriteEndElement(),
+        "There is no start elements to close in the current context."),
   };
+#undef V
   for (const Violation& v : open) {
     // The failing call leaves the start tag open and the line unprinted.
     EXPECT_EQ(Written([&](CXMLTextWriter& w) {
@@ -385,9 +371,10 @@ TEST(XMLTextWriterTest, WritesAFileByLocation) {
 class CRecordingWriter : public vesk::io::CXMLWriter {
  public:
   std::u16string log;
-  void Note(const char16_t* what, const unsigned short* a, const unsigned short* b = nullptr) {
+  void Note(const char16_t* what, const unsigned short* a, const unsigned short* b,
+            const unsigned short* c = nullptr) {
     log += what;
-    for (const unsigned short* t : {a, b})
+    for (const unsigned short* t : {a, b, c})
       if (t) log += u"|" + std::u16string(reinterpret_cast<const char16_t*>(t));
     log += u";";
   }
@@ -405,22 +392,16 @@ class CRecordingWriter : public vesk::io::CXMLWriter {
   void WriteEndElement() override {}
   void WriteFullEndElement() override {}
   void WriteElementString(const unsigned short* l, const unsigned short* ns,
-                          const unsigned short* t) override {
-    Note(u"E", l, ns);
-    Note(u"", t);
-  }
+                          const unsigned short* t) override { Note(u"E", l, ns, t); }
   void WriteElementString(const unsigned short* l, const unsigned short* t) override { Note(u"E", l, t); }
   void WriteAttribute(const unsigned short*, const unsigned short*, const unsigned short*,
                       const unsigned short*) override {}
   void WriteAttribute(const unsigned short* l, const unsigned short* ns,
-                      const unsigned short* v) override {
-    Note(u"A", l, ns);
-    Note(u"", v);
-  }
+                      const unsigned short* v) override { Note(u"A", l, ns, v); }
   void WriteAttribute(const unsigned short* l, const unsigned short* v) override { Note(u"A", l, v); }
   void WriteAttrDefaultNamespaceDeclaration(const unsigned short*) override {}
   void WriteAttrNamespaceDeclaration(const unsigned short*, const unsigned short*) override {}
-  void WriteString(const unsigned short* t) override { Note(u"S", t); }
+  void WriteString(const unsigned short* t) override { Note(u"S", t, nullptr); }
   void Flush() override {}
   void Close() override {}
 };
@@ -449,7 +430,7 @@ TEST(XMLWriterTest, DefaultsFormatAndDelegate) {
   w.WriteObject(nothing);
   EXPECT_EQ(nothing.calls, 1);
   EXPECT_EQ(w.log,
-            u"E|d|2.500000;E|f|n;|0.500000;E|s|-3;E|u|4294967295;E|b|true;A|l|n;|-7;A|d|0.100000;"
+            u"E|d|2.500000;E|f|n|0.500000;E|s|-3;E|u|4294967295;E|b|true;A|l|n|-7;A|d|0.100000;"
             u"S|false;S|0.333333;S|YWI=;E|h|FF;");
 }
 

@@ -1,14 +1,6 @@
-"""Reads XML files with Python's expat (namespace processing on) and prints,
-for each file, its events in the form the XML writer judge test expects:
-
-  S <name>            start element; <name> is "uri}local" or "local"
-  A <name>=<value>    its attributes, sorted by name
-  T <text>            character data between two other events, line feeds
-                      removed, printed only when something is left
-  C <text>            comment
-  E                   end element
-  = <file>            between files
-"""
+"""Prints the events Python's expat (namespaces on) reads from each file:
+"= file", "S name" ("uri}local" or "local"), "A name=value" (sorted), "T text"
+(line feeds removed, when something is left), "C comment", "E"."""
 import sys
 import xml.parsers.expat
 
