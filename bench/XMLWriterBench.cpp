@@ -3,12 +3,11 @@
 // attribute and escaped text content) written into memory. Each side gets
 // its text in its native form ahead of time (UTF-16 here, UTF-8 for
 // libxml2); bytes per second count the document's bytes.
-#include <libxml/xmlwriter.h>
-
 #include <string>
 #include <vector>
 
 #include <benchmark/benchmark.h>
+#include <libxml/xmlwriter.h>
 
 #include "vesk/io/MemoryOutputStream.h"
 #include "vesk/io/XMLTextWriter.h"

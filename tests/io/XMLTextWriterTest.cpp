@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <fstream>
 #include <functional>
 #include <sstream>
@@ -7,6 +5,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "TestStreams.h"
 #include "TestSupport.h"
@@ -110,11 +109,23 @@ struct Case {
 
 TEST(XMLTextWriterTest, EdgeCasesGiveTheirExactText) {
   const Case cases[] = {
-      {"ended at once", [](CXMLTextWriter& w) { w.WriteStartElement(W(u"a")); w.WriteEndElement(); },
+      {"ended at once",
+       [](CXMLTextWriter& w) {
+         w.WriteStartElement(W(u"a"));
+         w.WriteEndElement();
+       },
        "<a/>\n"},
-      {"full end", [](CXMLTextWriter& w) { w.WriteStartElement(W(u"a")); w.WriteFullEndElement(); },
+      {"full end",
+       [](CXMLTextWriter& w) {
+         w.WriteStartElement(W(u"a"));
+         w.WriteFullEndElement();
+       },
        "<a>\n</a>\n"},
-      {"escaping", [](CXMLTextWriter& w) { w.WriteString(W(u"a<b&c")); w.WriteString(W(u"'>\"")); },
+      {"escaping",
+       [](CXMLTextWriter& w) {
+         w.WriteString(W(u"a<b&c"));
+         w.WriteString(W(u"'>\""));
+       },
        "a&lt;b&amp;c&apos;&gt;&quot;"},
       {"empty text prints nothing, tag stays open",
        [](CXMLTextWriter& w) {
@@ -243,40 +254,43 @@ TEST(XMLTextWriterTest, RuleViolationsThrowTheirMessages) {
     const char* message;
   };
   // Each with an open start tag <r>.
-#define V(body, message) {[](CXMLTextWriter& w) { body; }, message}
+#define V(body, message)                     \
+  {                                          \
+    [](CXMLTextWriter& w) { body; }, message \
+  }
   const Violation open[] = {
-      V(w.WriteStartElement(W(u"")), "Invalid local name."),
-      V(w.WriteStartElement(nullptr, W(u"urn:n")), "Invalid local name."),
-      V(w.WriteStartElement(W(u"a:b")), "Local name must be unqualified name."),
-      V(w.WriteStartElement(W(u"1a")), "Invalid character error."),
-      V(w.WriteStartElement(W(u"a\U0001F600")), "Invalid character error."),
-      V(w.WriteStartElement(W(u"a"), W(u"")), "Invalid namespace URI."),
-      V(w.WriteStartElement(W(u""), W(u"a"), W(u"urn:n")), "Invalid prefix."),
-      V(w.WriteStartElement(W(u"p:q"), W(u"a"), W(u"urn:n")), "Invalid character error."),
-      V(w.WriteAttribute(W(u"a"), W(u"urn:none"), W(u"v")), "Undeclared namespace."),
-      V(w.WriteAttribute(nullptr, W(u"a"), W(u"urn:n"), W(u"v")), "Invalid prefix."),
-      V(w.WriteAttribute(W(u"a"), W(u"\x01")), "Invalid character error."),
-      V(w.WriteAttribute(W(u"p"), W(u"a"), W(u"u"), W(u"\xFFFF")), "Invalid character error."),
-      V(w.WriteAttrNamespaceDeclaration(W(u""), W(u"urn:n")), "Invalid prefix."),
-      V(w.WriteAttrNamespaceDeclaration(W(u"-"), W(u"urn:n")), "Invalid character error."),
-      V(w.WriteAttrNamespaceDeclaration(W(u"p"), nullptr), "Invalid namespace URI."),
-      V(w.WriteAttrNamespaceDeclaration(W(u"p"), W(u"urn:1"));
-        w.WriteAttrNamespaceDeclaration(W(u"p"), W(u"urn:2")),
-        "This start element already declares the prefix."),
-      V(w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:1"));
-        w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:2")),
-        "This start element already contains default namespace declaration."),
-      V(w.WriteString(W(u"ok\xD800")), "Invalid character error."),
-      V(w.WriteString(W(u"\xDC00x")), "Invalid character error."),
-      V(w.WriteElementString(W(u"e"), W(u"\x0B")), "Invalid character error."),
-      V(w.WriteEntityRef(W(u"")), "Invalid entity name."),
-      V(w.WriteEntityRef(W(u"a;b")), "Invalid character error."),
-      V(w.WriteProcessingInstruction(nullptr, W(u"d")), "Invalid processing instruction target."),
-      V(w.WriteProcessingInstruction(W(u"t"), W(u"")), "Invalid processing instruction data."),
-      V(w.WriteString(W(u"x")); w.WriteAttribute(W(u"a"), W(u"v")),
-        "Attributes must be written at start element."),
-      V(w.WriteEndElement(); w.WriteEndElement(),
-        "There is no start elements to close in the current context."),
+    V(w.WriteStartElement(W(u"")), "Invalid local name."),
+    V(w.WriteStartElement(nullptr, W(u"urn:n")), "Invalid local name."),
+    V(w.WriteStartElement(W(u"a:b")), "Local name must be unqualified name."),
+    V(w.WriteStartElement(W(u"1a")), "Invalid character error."),
+    V(w.WriteStartElement(W(u"a\U0001F600")), "Invalid character error."),
+    V(w.WriteStartElement(W(u"a"), W(u"")), "Invalid namespace URI."),
+    V(w.WriteStartElement(W(u""), W(u"a"), W(u"urn:n")), "Invalid prefix."),
+    V(w.WriteStartElement(W(u"p:q"), W(u"a"), W(u"urn:n")), "Invalid character error."),
+    V(w.WriteAttribute(W(u"a"), W(u"urn:none"), W(u"v")), "Undeclared namespace."),
+    V(w.WriteAttribute(nullptr, W(u"a"), W(u"urn:n"), W(u"v")), "Invalid prefix."),
+    V(w.WriteAttribute(W(u"a"), W(u"\x01")), "Invalid character error."),
+    V(w.WriteAttribute(W(u"p"), W(u"a"), W(u"u"), W(u"\xFFFF")), "Invalid character error."),
+    V(w.WriteAttrNamespaceDeclaration(W(u""), W(u"urn:n")), "Invalid prefix."),
+    V(w.WriteAttrNamespaceDeclaration(W(u"-"), W(u"urn:n")), "Invalid character error."),
+    V(w.WriteAttrNamespaceDeclaration(W(u"p"), nullptr), "Invalid namespace URI."),
+    V(w.WriteAttrNamespaceDeclaration(W(u"p"), W(u"urn:1"));
+      w.WriteAttrNamespaceDeclaration(W(u"p"), W(u"urn:2")),
+      "This start element already declares the prefix."),
+    V(w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:1"));
+      w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:2")),
+      "This start element already contains default namespace declaration."),
+    V(w.WriteString(W(u"ok\xD800")), "Invalid character error."),
+    V(w.WriteString(W(u"\xDC00x")), "Invalid character error."),
+    V(w.WriteElementString(W(u"e"), W(u"\x0B")), "Invalid character error."),
+    V(w.WriteEntityRef(W(u"")), "Invalid entity name."),
+    V(w.WriteEntityRef(W(u"a;b")), "Invalid character error."),
+    V(w.WriteProcessingInstruction(nullptr, W(u"d")), "Invalid processing instruction target."),
+    V(w.WriteProcessingInstruction(W(u"t"), W(u"")), "Invalid processing instruction data."),
+    V(w.WriteString(W(u"x"));
+      w.WriteAttribute(W(u"a"), W(u"v")), "Attributes must be written at start element."),
+    V(w.WriteEndElement();
+      w.WriteEndElement(), "There is no start elements to close in the current context."),
   };
 #undef V
   for (const Violation& v : open) {
@@ -314,7 +328,9 @@ TEST(XMLTextWriterTest, RuleViolationsThrowTheirMessages) {
   EXPECT_THROW(CXMLTextWriter(&out, "utf-8", 8, nullptr, nullptr, false),
                vesk::io::CUnsupportedEncodingException);
   ExpectThrow<vesk::base::CIllegalArgumentException>(
-      [&] { CXMLTextWriter w(static_cast<COutputStream*>(nullptr), "UTF-8", 8, nullptr, nullptr, false); },
+      [&] {
+        CXMLTextWriter w(static_cast<COutputStream*>(nullptr), "UTF-8", 8, nullptr, nullptr, false);
+      },
       "Invalid output stream..");
   ExpectThrow<vesk::base::CIllegalArgumentException>(
       [&] { CXMLTextWriter w(&out, "UTF-8", 0, nullptr, nullptr, false); }, "Invalid buffer size.");
@@ -360,9 +376,9 @@ TEST(XMLTextWriterTest, WritesAFileByLocation) {
       "Invalid encoding specification.");
   EXPECT_EQ(read.str().size(), std::ifstream(path, std::ios::ate).tellg());
   unlink(path);
-  EXPECT_THROW(CXMLTextWriter(IO::Location("/nonexistent-dir/x.xml"), "UTF-8", 16, nullptr, kLf,
-                              false),
-               CIOException);
+  EXPECT_THROW(
+      CXMLTextWriter(IO::Location("/nonexistent-dir/x.xml"), "UTF-8", 16, nullptr, kLf, false),
+      CIOException);
 }
 
 // --- the typed defaults of every writer ----------------------------------------
@@ -392,13 +408,21 @@ class CRecordingWriter : public vesk::io::CXMLWriter {
   void WriteEndElement() override {}
   void WriteFullEndElement() override {}
   void WriteElementString(const unsigned short* l, const unsigned short* ns,
-                          const unsigned short* t) override { Note(u"E", l, ns, t); }
-  void WriteElementString(const unsigned short* l, const unsigned short* t) override { Note(u"E", l, t); }
+                          const unsigned short* t) override {
+    Note(u"E", l, ns, t);
+  }
+  void WriteElementString(const unsigned short* l, const unsigned short* t) override {
+    Note(u"E", l, t);
+  }
   void WriteAttribute(const unsigned short*, const unsigned short*, const unsigned short*,
                       const unsigned short*) override {}
   void WriteAttribute(const unsigned short* l, const unsigned short* ns,
-                      const unsigned short* v) override { Note(u"A", l, ns, v); }
-  void WriteAttribute(const unsigned short* l, const unsigned short* v) override { Note(u"A", l, v); }
+                      const unsigned short* v) override {
+    Note(u"A", l, ns, v);
+  }
+  void WriteAttribute(const unsigned short* l, const unsigned short* v) override {
+    Note(u"A", l, v);
+  }
   void WriteAttrDefaultNamespaceDeclaration(const unsigned short*) override {}
   void WriteAttrNamespaceDeclaration(const unsigned short*, const unsigned short*) override {}
   void WriteString(const unsigned short* t) override { Note(u"S", t, nullptr); }
@@ -409,7 +433,10 @@ class CRecordingWriter : public vesk::io::CXMLWriter {
 class CNothing : public vesk::io::IXMLSerializable {
  public:
   void ReadXML(vesk::io::CXMLReader&) override {}
-  void WriteXML(vesk::io::CXMLWriter& w) const override { ++calls; (void)w; }
+  void WriteXML(vesk::io::CXMLWriter& w) const override {
+    ++calls;
+    (void)w;
+  }
   mutable int calls = 0;
 };
 

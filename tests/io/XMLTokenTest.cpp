@@ -30,8 +30,10 @@ void ExpectListError(void (*op)(const CXMLAttributeList&), const CXMLAttributeLi
 }
 
 TEST(XMLTokenTest, KindsAndTextsReachThroughTheInterfaces) {
-  CRef<IXMLToken> tokens[] = {new CXMLCommentToken(W(u"c")), new CXMLPIToken(W(u"t"), W(u"d")),
-                              new CXMLTextToken(W(u"x\U0001F600")), new CXMLCDATAToken(W(u"<&")),
+  CRef<IXMLToken> tokens[] = {new CXMLCommentToken(W(u"c")),
+                              new CXMLPIToken(W(u"t"), W(u"d")),
+                              new CXMLTextToken(W(u"x\U0001F600")),
+                              new CXMLCDATAToken(W(u"<&")),
                               new CXMLStartElementToken(W(u"a"), CXMLAttributeList()),
                               new CXMLEndElementToken(W(u"p:a"), W(u"a"), W(u"urn:n"))};
   const char* values[] = {"c", "", nullptr, "<&", "", ""};
@@ -72,8 +74,7 @@ TEST(XMLAttributeListTest, LookupsAnswerTheFirstMatchInDocumentOrder) {
   const CXMLAttribute& q = list.GetAt(1);
   EXPECT_TRUE(q.GetQualifiedName() == "q:a" && q.GetLocalName() == "a" &&
               q.GetNamespaceURI() == "urn:2");
-  ExpectThrow<CArrayIndexOutOfBoundsException>([&] { list.GetAt(4); }, nullptr,
-                                                "vesk/util/Vector");
+  ExpectThrow<CArrayIndexOutOfBoundsException>([&] { list.GetAt(4); }, nullptr, "vesk/util/Vector");
   // An unprefixed attribute cannot be found by URI: the empty URI is refused.
   ExpectListError([](const CXMLAttributeList& l) { l.Contains(W(u""), W(u"plain")); }, list,
                   "Invalid namespace URI.");
@@ -109,7 +110,8 @@ TEST(XMLAttributeListTest, CopiesAndGrowthSurviveAllocationFailures) {
   EXPECT_TRUE(assigned.Get(W(u"y")) == "y");
   vesk::testing::FailEachAllocationInTurn([&] {
     CXMLAttributeList grown(list);
-    for (int i = 0; i < 6; ++i) grown.Add(W(u"long-name-that-needs-a-block"), nullptr, nullptr, W(u"v"));
+    for (int i = 0; i < 6; ++i)
+      grown.Add(W(u"long-name-that-needs-a-block"), nullptr, nullptr, W(u"v"));
     EXPECT_EQ(grown.GetCount(), 31u);
   });
 }

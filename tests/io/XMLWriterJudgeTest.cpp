@@ -2,8 +2,6 @@
 // independent parsers: xmllint must find each well-formed, and Python's
 // expat must read back the names, attribute values, texts and comments the
 // writer was given.
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +13,7 @@
 
 #include <gtest/gtest.h>
 #include <unicode/ustring.h>
+#include <unistd.h>
 
 #include "TestStreams.h"
 #include "vesk/io/MemoryOutputStream.h"
@@ -38,7 +37,9 @@ std::string Utf8(const Text& text) {
   return out;
 }
 
-const unsigned short* U(const Text& text) { return reinterpret_cast<const unsigned short*>(text.c_str()); }
+const unsigned short* U(const Text& text) {
+  return reinterpret_cast<const unsigned short*>(text.c_str());
+}
 
 /// Writes one random document and records the events a parser must report.
 class CDocument {

@@ -3,9 +3,8 @@
 #include <cstdio>
 #include <string>
 
-#include <unistd.h>
-
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "vesk/io/OutputStream.h"
 #include "vesk/io/XMLTextWriter.h"

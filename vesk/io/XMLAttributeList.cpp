@@ -74,8 +74,7 @@ const CXMLAttribute& CXMLAttributeList::GetAt(unsigned int index) const {
 }
 
 int CXMLAttributeList::IndexOf(const unsigned short* qualifiedName) const {
-  if (IsEmptyText(qualifiedName))
-    VESK_THROW(kSource, CXMLException, "Invalid qualified name.");
+  if (IsEmptyText(qualifiedName)) VESK_THROW(kSource, CXMLException, "Invalid qualified name.");
   for (unsigned int i = 0; i < m_count; ++i)
     if (m_attributes[i].GetQualifiedName().Compare(qualifiedName) == 0) return static_cast<int>(i);
   return -1;

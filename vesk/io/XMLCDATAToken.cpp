@@ -5,7 +5,8 @@ namespace io {
 
 using vesk::base::CUnicodeString;
 
-VESK_IMPLEMENT_CLASS(CXMLCDATAToken, CXMLCDATAToken, "vesk::io::CXMLCDATAToken", "vesk::io::CXMLToken")
+VESK_IMPLEMENT_CLASS(CXMLCDATAToken, CXMLCDATAToken, "vesk::io::CXMLCDATAToken",
+                     "vesk::io::CXMLToken")
 
 CXMLCDATAToken::~CXMLCDATAToken() {}
 

@@ -13,7 +13,8 @@ namespace io {
 class VESK_API CXMLCDATAToken : public CXMLToken, public virtual IXMLCDATAToken {
   VESK_DECLARE_CLASS(CXMLCDATAToken);
 
-  explicit CXMLCDATAToken(const vesk::base::CUnicodeString& text) : CXMLToken(XMLCDATA), m_text(text) {}
+  explicit CXMLCDATAToken(const vesk::base::CUnicodeString& text)
+      : CXMLToken(XMLCDATA), m_text(text) {}
   ~CXMLCDATAToken() override;
 
   vesk::base::CUnicodeString GetValue() const override { return m_text; }

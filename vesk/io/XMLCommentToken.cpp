@@ -5,7 +5,8 @@ namespace io {
 
 using vesk::base::CUnicodeString;
 
-VESK_IMPLEMENT_CLASS(CXMLCommentToken, CXMLCommentToken, "vesk::io::CXMLCommentToken", "vesk::io::CXMLToken")
+VESK_IMPLEMENT_CLASS(CXMLCommentToken, CXMLCommentToken, "vesk::io::CXMLCommentToken",
+                     "vesk::io::CXMLToken")
 
 CXMLCommentToken::~CXMLCommentToken() {}
 

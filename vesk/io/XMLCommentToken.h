@@ -13,7 +13,8 @@ namespace io {
 class VESK_API CXMLCommentToken : public CXMLToken, public virtual IXMLCommentToken {
   VESK_DECLARE_CLASS(CXMLCommentToken);
 
-  explicit CXMLCommentToken(const vesk::base::CUnicodeString& text) : CXMLToken(XMLComment), m_text(text) {}
+  explicit CXMLCommentToken(const vesk::base::CUnicodeString& text)
+      : CXMLToken(XMLComment), m_text(text) {}
   ~CXMLCommentToken() override;
 
   vesk::base::CUnicodeString GetValue() const override { return m_text; }

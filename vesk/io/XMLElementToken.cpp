@@ -5,7 +5,8 @@ namespace io {
 
 using vesk::base::CUnicodeString;
 
-VESK_IMPLEMENT_CLASS(CXMLElementToken, CXMLElementToken, "vesk::io::CXMLElementToken", "vesk::io::CXMLToken")
+VESK_IMPLEMENT_CLASS(CXMLElementToken, CXMLElementToken, "vesk::io::CXMLElementToken",
+                     "vesk::io::CXMLToken")
 
 CXMLElementToken::~CXMLElementToken() {}
 

@@ -21,7 +21,8 @@ class VESK_API CXMLElementToken : public CXMLToken, public virtual IXMLElementTo
   CXMLElementToken(XMLTokenType type, const vesk::base::CUnicodeString& qualifiedName)
       : CXMLToken(type), m_qualifiedName(qualifiedName) {}
   CXMLElementToken(XMLTokenType type, const vesk::base::CUnicodeString& qualifiedName,
-                   const vesk::base::CUnicodeString& localName, const vesk::base::CUnicodeString& namespaceURI)
+                   const vesk::base::CUnicodeString& localName,
+                   const vesk::base::CUnicodeString& namespaceURI)
       : CXMLToken(type),
         m_qualifiedName(qualifiedName),
         m_localName(localName),

@@ -5,7 +5,8 @@ namespace io {
 
 using vesk::base::CUnicodeString;
 
-VESK_IMPLEMENT_CLASS(CXMLEndElementToken, CXMLEndElementToken, "vesk::io::CXMLEndElementToken", "vesk::io::CXMLElementToken")
+VESK_IMPLEMENT_CLASS(CXMLEndElementToken, CXMLEndElementToken, "vesk::io::CXMLEndElementToken",
+                     "vesk::io::CXMLElementToken")
 
 CXMLEndElementToken::~CXMLEndElementToken() {}
 

@@ -16,7 +16,8 @@ class VESK_API CXMLEndElementToken : public CXMLElementToken, public virtual IXM
   /// The raw name only (local name and namespace URI stay empty).
   explicit CXMLEndElementToken(const vesk::base::CUnicodeString& qualifiedName)
       : CXMLElementToken(XMLEndElement, qualifiedName) {}
-  CXMLEndElementToken(const vesk::base::CUnicodeString& qualifiedName, const vesk::base::CUnicodeString& localName,
+  CXMLEndElementToken(const vesk::base::CUnicodeString& qualifiedName,
+                      const vesk::base::CUnicodeString& localName,
                       const vesk::base::CUnicodeString& namespaceURI)
       : CXMLElementToken(XMLEndElement, qualifiedName, localName, namespaceURI) {}
   ~CXMLEndElementToken() override;

@@ -5,7 +5,8 @@ namespace io {
 
 using vesk::base::CUnicodeString;
 
-VESK_IMPLEMENT_CLASS(CXMLStartElementToken, CXMLStartElementToken, "vesk::io::CXMLStartElementToken", "vesk::io::CXMLElementToken")
+VESK_IMPLEMENT_CLASS(CXMLStartElementToken, CXMLStartElementToken,
+                     "vesk::io::CXMLStartElementToken", "vesk::io::CXMLElementToken")
 
 CXMLStartElementToken::~CXMLStartElementToken() {}
 

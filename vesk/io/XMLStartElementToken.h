@@ -17,10 +17,13 @@ class VESK_API CXMLStartElementToken : public CXMLElementToken,
   VESK_DECLARE_CLASS(CXMLStartElementToken);
 
   /// The raw name only (local name and namespace URI stay empty).
-  CXMLStartElementToken(const vesk::base::CUnicodeString& qualifiedName, const CXMLAttributeList& attributes)
+  CXMLStartElementToken(const vesk::base::CUnicodeString& qualifiedName,
+                        const CXMLAttributeList& attributes)
       : CXMLElementToken(XMLStartElement, qualifiedName), m_attributes(attributes) {}
-  CXMLStartElementToken(const vesk::base::CUnicodeString& qualifiedName, const vesk::base::CUnicodeString& localName,
-                        const vesk::base::CUnicodeString& namespaceURI, const CXMLAttributeList& attributes)
+  CXMLStartElementToken(const vesk::base::CUnicodeString& qualifiedName,
+                        const vesk::base::CUnicodeString& localName,
+                        const vesk::base::CUnicodeString& namespaceURI,
+                        const CXMLAttributeList& attributes)
       : CXMLElementToken(XMLStartElement, qualifiedName, localName, namespaceURI),
         m_attributes(attributes) {}
   ~CXMLStartElementToken() override;

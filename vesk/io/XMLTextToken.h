@@ -13,7 +13,8 @@ namespace io {
 class VESK_API CXMLTextToken : public CXMLToken, public virtual IXMLTextToken {
   VESK_DECLARE_CLASS(CXMLTextToken);
 
-  explicit CXMLTextToken(const vesk::base::CUnicodeString& text) : CXMLToken(XMLText), m_text(text) {}
+  explicit CXMLTextToken(const vesk::base::CUnicodeString& text)
+      : CXMLToken(XMLText), m_text(text) {}
   ~CXMLTextToken() override;
 
   vesk::base::CUnicodeString GetValue() const override { return m_text; }

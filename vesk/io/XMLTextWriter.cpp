@@ -19,11 +19,11 @@
 namespace vesk {
 namespace io {
 
+using internal::CXMLTextWriterContext;
 using vesk::base::CBool;
 using vesk::base::CMemoryException;
 using vesk::base::CRef;
 using vesk::base::CUnicodeString;
-using internal::CXMLTextWriterContext;
 
 VESK_IMPLEMENT_CLASS(CXMLTextWriter, CXMLTextWriter, "vesk::io::CXMLTextWriter",
                      "vesk::io::CXMLWriter")
@@ -181,9 +181,7 @@ void CXMLTextWriter::AppendTab() {
   if (tab) m_line->Append(tab, Length(tab));
 }
 
-void CXMLTextWriter::AppendEndOfLine() {
-  m_line->Append(m_endOfLine, m_endOfLine.GetLength());
-}
+void CXMLTextWriter::AppendEndOfLine() { m_line->Append(m_endOfLine, m_endOfLine.GetLength()); }
 
 void CXMLTextWriter::AppendEscaped(const unsigned short* text) {
   if (!internal::AppendEscaped(*m_line, text, Length(text)))
@@ -382,7 +380,8 @@ void CXMLTextWriter::WriteStartElement(const unsigned short* prefix,
 void CXMLTextWriter::EndElement(bool full) {
   CheckStarted();
   if (m_contexts->IsEmpty())
-    VESK_THROW(kSource, CXMLException, "There is no start elements to close in the current context.");
+    VESK_THROW(kSource, CXMLException,
+               "There is no start elements to close in the current context.");
   const CUnicodeString& name = m_contexts->Peek().qualifiedName;
   if (!full && m_startElementOpen) {
     BeginLine(false);
@@ -616,20 +615,20 @@ const unsigned short* CXMLTextWriter::Number(const unsigned short* format, ...) 
 
 // The element forms write the formatted value through the WriteElementString
 // path and the attribute forms through the WriteAttribute path, unescaped.
-#define VESK_XML_TYPED(Name, Type, ElementFormat, AttributeFormat, Value)                         \
-  void CXMLTextWriter::WriteElement##Name(const unsigned short* localName,                        \
-                                          const unsigned short* namespaceURI, Type value) {       \
-    Element(localName, true, namespaceURI, Number(ElementFormat, Value), false, false);           \
-  }                                                                                               \
-  void CXMLTextWriter::WriteElement##Name(const unsigned short* localName, Type value) {          \
-    Element(localName, false, nullptr, Number(ElementFormat, Value), true, false);                \
-  }                                                                                               \
-  void CXMLTextWriter::WriteAttr##Name(const unsigned short* localName,                           \
-                                       const unsigned short* namespaceURI, Type value) {          \
-    Attribute(localName, true, namespaceURI, Number(AttributeFormat, Value), false);              \
-  }                                                                                               \
-  void CXMLTextWriter::WriteAttr##Name(const unsigned short* localName, Type value) {             \
-    Attribute(localName, false, nullptr, Number(AttributeFormat, Value), false);                  \
+#define VESK_XML_TYPED(Name, Type, ElementFormat, AttributeFormat, Value)                   \
+  void CXMLTextWriter::WriteElement##Name(const unsigned short* localName,                  \
+                                          const unsigned short* namespaceURI, Type value) { \
+    Element(localName, true, namespaceURI, Number(ElementFormat, Value), false, false);     \
+  }                                                                                         \
+  void CXMLTextWriter::WriteElement##Name(const unsigned short* localName, Type value) {    \
+    Element(localName, false, nullptr, Number(ElementFormat, Value), true, false);          \
+  }                                                                                         \
+  void CXMLTextWriter::WriteAttr##Name(const unsigned short* localName,                     \
+                                       const unsigned short* namespaceURI, Type value) {    \
+    Attribute(localName, true, namespaceURI, Number(AttributeFormat, Value), false);        \
+  }                                                                                         \
+  void CXMLTextWriter::WriteAttr##Name(const unsigned short* localName, Type value) {       \
+    Attribute(localName, false, nullptr, Number(AttributeFormat, Value), false);            \
   }
 
 VESK_XML_TYPED(Bool, bool, kFormatS, kFormatS, BoolText(value))
@@ -676,9 +675,7 @@ void CXMLTextWriter::WriteChar(char value) {
   WriteString(Number(kFormatC, static_cast<int>(value)));
 }
 
-void CXMLTextWriter::WriteUnsignedChar(unsigned char value) {
-  Content().PrintUnsignedChar(value);
-}
+void CXMLTextWriter::WriteUnsignedChar(unsigned char value) { Content().PrintUnsignedChar(value); }
 
 void CXMLTextWriter::WriteShort(short value) { Content().Print(value); }
 

@@ -180,8 +180,8 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   void WriteElementBool(const unsigned short* localName, const unsigned short* namespaceURI,
                         bool value) override;
   void WriteElementBool(const unsigned short* localName, bool value) override;
-  virtual void WriteElementChar(const unsigned short* localName,
-                                const unsigned short* namespaceURI, char value);
+  virtual void WriteElementChar(const unsigned short* localName, const unsigned short* namespaceURI,
+                                char value);
   virtual void WriteElementChar(const unsigned short* localName, char value);
   virtual void WriteElementUnsignedChar(const unsigned short* localName,
                                         const unsigned short* namespaceURI, unsigned char value);
@@ -190,14 +190,13 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
                          short value) override;
   void WriteElementShort(const unsigned short* localName, short value) override;
   virtual void WriteElementUnsignedShort(const unsigned short* localName,
-                                         const unsigned short* namespaceURI,
-                                         unsigned short value);
+                                         const unsigned short* namespaceURI, unsigned short value);
   virtual void WriteElementUnsignedShort(const unsigned short* localName, unsigned short value);
   void WriteElementLong(const unsigned short* localName, const unsigned short* namespaceURI,
                         int value) override;
   void WriteElementLong(const unsigned short* localName, int value) override;
-  virtual void WriteElementInt(const unsigned short* localName,
-                               const unsigned short* namespaceURI, int value);
+  virtual void WriteElementInt(const unsigned short* localName, const unsigned short* namespaceURI,
+                               int value);
   virtual void WriteElementInt(const unsigned short* localName, int value);
   virtual void WriteElementInt32(const unsigned short* localName,
                                  const unsigned short* namespaceURI, int value);
@@ -217,8 +216,7 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   virtual void WriteElementUnsignedInt64(const unsigned short* localName,
                                          const unsigned short* namespaceURI,
                                          unsigned long long value);
-  virtual void WriteElementUnsignedInt64(const unsigned short* localName,
-                                         unsigned long long value);
+  virtual void WriteElementUnsignedInt64(const unsigned short* localName, unsigned long long value);
   void WriteElementFloat(const unsigned short* localName, const unsigned short* namespaceURI,
                          float value) override;
   void WriteElementFloat(const unsigned short* localName, float value) override;
@@ -258,15 +256,14 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   virtual void WriteAttrUnsignedInt(const unsigned short* localName,
                                     const unsigned short* namespaceURI, unsigned int value);
   virtual void WriteAttrUnsignedInt(const unsigned short* localName, unsigned int value);
-  virtual void WriteAttrUInt32(const unsigned short* localName,
-                               const unsigned short* namespaceURI, unsigned int value);
+  virtual void WriteAttrUInt32(const unsigned short* localName, const unsigned short* namespaceURI,
+                               unsigned int value);
   virtual void WriteAttrUInt32(const unsigned short* localName, unsigned int value);
   virtual void WriteAttrInt64(const unsigned short* localName, const unsigned short* namespaceURI,
                               long long value);
   virtual void WriteAttrInt64(const unsigned short* localName, long long value);
   virtual void WriteAttrUnsignedInt64(const unsigned short* localName,
-                                      const unsigned short* namespaceURI,
-                                      unsigned long long value);
+                                      const unsigned short* namespaceURI, unsigned long long value);
   virtual void WriteAttrUnsignedInt64(const unsigned short* localName, unsigned long long value);
   void WriteAttrFloat(const unsigned short* localName, const unsigned short* namespaceURI,
                       float value) override;

@@ -145,8 +145,8 @@ void CXMLWriter::WriteAttrBool(const unsigned short* localName, bool value) {
   WriteAttribute(localName, CValueText(value));
 }
 
-void CXMLWriter::WriteAttrShort(const unsigned short* localName,
-                                const unsigned short* namespaceURI, short value) {
+void CXMLWriter::WriteAttrShort(const unsigned short* localName, const unsigned short* namespaceURI,
+                                short value) {
   WriteAttribute(localName, namespaceURI, CValueText(kFormatD, static_cast<int>(value)));
 }
 
@@ -172,8 +172,8 @@ void CXMLWriter::WriteAttrUnsignedLong(const unsigned short* localName, unsigned
   WriteAttribute(localName, CValueText(kFormatU, value));
 }
 
-void CXMLWriter::WriteAttrFloat(const unsigned short* localName,
-                                const unsigned short* namespaceURI, float value) {
+void CXMLWriter::WriteAttrFloat(const unsigned short* localName, const unsigned short* namespaceURI,
+                                float value) {
   WriteAttribute(localName, namespaceURI, CValueText(kFormatF, static_cast<double>(value)));
 }
 
@@ -200,9 +200,7 @@ void CXMLWriter::WriteShort(short value) {
 
 void CXMLWriter::WriteLong(int value) { WriteString(CValueText(kFormatD, value)); }
 
-void CXMLWriter::WriteUnsignedLong(unsigned int value) {
-  WriteString(CValueText(kFormatU, value));
-}
+void CXMLWriter::WriteUnsignedLong(unsigned int value) { WriteString(CValueText(kFormatU, value)); }
 
 void CXMLWriter::WriteFloat(float value) {
   WriteString(CValueText(kFormatF, static_cast<double>(value)));

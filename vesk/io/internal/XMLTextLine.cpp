@@ -22,7 +22,8 @@ void CXMLTextLine::Grow(unsigned int n) {
   while (capacity < wanted) capacity *= 2;
   if (capacity > 0xFFFFFFFFull / sizeof(unsigned short))
     VESK_THROW("vesk/io/XMLTextWriter", CIOException, "Memory full.");
-  void* block = platform::Realloc(m_units, static_cast<std::size_t>(capacity) * sizeof(unsigned short));
+  void* block =
+      platform::Realloc(m_units, static_cast<std::size_t>(capacity) * sizeof(unsigned short));
   if (!block) VESK_THROW("vesk/io/XMLTextWriter", CIOException, "Memory full.");
   m_units = static_cast<unsigned short*>(block);
   m_capacity = static_cast<unsigned int>(capacity);
@@ -82,9 +83,8 @@ bool AppendEscaped(CXMLTextLine& line, const unsigned short* text, unsigned int 
   const unsigned short* in = text;
   const unsigned short* const end = text + length;
   while (in < end) {
-    unsigned int chunk = static_cast<unsigned int>(end - in) < kChunk
-                             ? static_cast<unsigned int>(end - in)
-                             : kChunk;
+    unsigned int chunk =
+        static_cast<unsigned int>(end - in) < kChunk ? static_cast<unsigned int>(end - in) : kChunk;
     unsigned short* out = line.Reserve(chunk * kMaxExpansion + kMaxExpansion);
     const unsigned short* const chunkEnd = in + chunk;
     while (in < chunkEnd) {

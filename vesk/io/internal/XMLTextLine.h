@@ -31,7 +31,10 @@ class CXMLTextLine : public vesk::base::CBase {
   }
   void Commit(const unsigned short* end) { m_length = static_cast<unsigned int>(end - m_units); }
 
-  void Append(unsigned short unit) { *Reserve(1) = unit; ++m_length; }
+  void Append(unsigned short unit) {
+    *Reserve(1) = unit;
+    ++m_length;
+  }
   void Append(const unsigned short* units, unsigned int count) {
     unsigned short* out = Reserve(count);
     for (unsigned int i = 0; i < count; ++i) out[i] = units[i];

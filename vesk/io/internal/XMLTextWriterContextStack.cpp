@@ -97,7 +97,8 @@ void CXMLTextWriterContextStack::Refresh() {
   for (unsigned int i = m_size; i-- > 0;) {
     const CXMLTextWriterContext& context = *m_contexts[i];
     if (!innermostFound && context.HasDeclarations()) {
-      innermost = context.hasDefaultNamespace ? context.defaultNamespace : context.prefixes.GetAt(0);
+      innermost =
+          context.hasDefaultNamespace ? context.defaultNamespace : context.prefixes.GetAt(0);
       innermostFound = true;
     }
     if (context.hasDefaultNamespace) {
