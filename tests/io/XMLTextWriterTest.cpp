@@ -108,127 +108,74 @@ struct Case {
 };
 
 TEST(XMLTextWriterTest, EdgeCasesGiveTheirExactText) {
+#define S(...) [](CXMLTextWriter& w) { __VA_ARGS__; }
   const Case cases[] = {
-      {"ended at once",
-       [](CXMLTextWriter& w) {
-         w.WriteStartElement(W(u"a"));
-         w.WriteEndElement();
-       },
-       "<a/>\n"},
-      {"full end",
-       [](CXMLTextWriter& w) {
-         w.WriteStartElement(W(u"a"));
-         w.WriteFullEndElement();
-       },
-       "<a>\n</a>\n"},
-      {"escaping",
-       [](CXMLTextWriter& w) {
-         w.WriteString(W(u"a<b&c"));
-         w.WriteString(W(u"'>\""));
-       },
+      {"ended at once", S(w.WriteStartElement(W(u"a")); w.WriteEndElement()), "<a/>\n"},
+      {"full end", S(w.WriteStartElement(W(u"a")); w.WriteFullEndElement()), "<a>\n</a>\n"},
+      {"escaping", S(w.WriteString(W(u"a<b&c")); w.WriteString(W(u"'>\""))),
        "a&lt;b&amp;c&apos;&gt;&quot;"},
       {"empty text prints nothing, tag stays open",
-       [](CXMLTextWriter& w) {
-         w.WriteStartElement(W(u"a"));
-         w.WriteString(W(u""));
-         w.WriteAttribute(W(u"x"), W(u""));
-       },
+       S(w.WriteStartElement(W(u"a")); w.WriteString(W(u"")); w.WriteAttribute(W(u"x"), W(u""))),
        "<a x=\"\""},
       {"default namespace inherited",
-       [](CXMLTextWriter& w) {
-         w.WriteStartElement(W(u"a"), W(u"urn:n"));
-         w.WriteStartElement(W(u"b"), W(u"urn:n"));
-         w.WriteElementString(W(u"c"), W(u"urn:n"), W(u"&"));
-       },
+       S(w.WriteStartElement(W(u"a"), W(u"urn:n")); w.WriteStartElement(W(u"b"), W(u"urn:n"));
+         w.WriteElementString(W(u"c"), W(u"urn:n"), W(u"&"))),
        "<a xmlns=\"urn:n\">\n<b>\n<c>&amp;</c>\n"},
       {"bound prefix reused, shadowed prefix not",
-       [](CXMLTextWriter& w) {
-         w.WriteStartElement(W(u"p"), W(u"a"), W(u"urn:1"));
+       S(w.WriteStartElement(W(u"p"), W(u"a"), W(u"urn:1"));
          w.WriteStartElement(W(u"p"), W(u"b"), W(u"urn:1"));
-         w.WriteAttribute(W(u"x"), W(u"urn:1"), W(u"<"));
-         w.WriteStartElement(W(u"c"), W(u"urn:1"));
+         w.WriteAttribute(W(u"x"), W(u"urn:1"), W(u"<")); w.WriteStartElement(W(u"c"), W(u"urn:1"));
          w.WriteStartElement(W(u"p"), W(u"d"), W(u"urn:2"));
-         w.WriteStartElement(W(u"e"), W(u"urn:1"));
-         w.WriteEndElement();
-         w.WriteEndElement();
-         w.WriteStartElement(W(u"f"), W(u"urn:1"));
-       },
+         w.WriteStartElement(W(u"e"), W(u"urn:1")); w.WriteEndElement(); w.WriteEndElement();
+         w.WriteStartElement(W(u"f"), W(u"urn:1"))),
        "<p:a xmlns:p=\"urn:1\">\n<p:b p:x=\"&lt;\">\n<p:c>\n<p:d xmlns:p=\"urn:2\">\n"
        "<e xmlns=\"urn:1\"/>\n</p:d>\n<p:f"},
       {"scope recomputed after a pop",
-       [](CXMLTextWriter& w) {
-         w.WriteStartElement(W(u"a"), W(u"urn:1"));
-         w.WriteStartElement(W(u"b"), W(u"urn:2"));
-         w.WriteEndElement();
-         w.WriteStartElement(W(u"c"), W(u"urn:1"));
+       S(w.WriteStartElement(W(u"a"), W(u"urn:1")); w.WriteStartElement(W(u"b"), W(u"urn:2"));
+         w.WriteEndElement(); w.WriteStartElement(W(u"c"), W(u"urn:1"));
          w.WriteAttrNamespaceDeclaration(W(u"q"), W(u"urn:3"));
          w.WriteAttrDefaultNamespaceDeclaration(W(u"urn:4"));
          w.WriteElementString(W(u"d"), W(u"urn:4"), nullptr);
-         w.WriteElementString(W(u"e"), W(u"urn:3"), nullptr);
-       },
+         w.WriteElementString(W(u"e"), W(u"urn:3"), nullptr)),
        "<a xmlns=\"urn:1\">\n<b xmlns=\"urn:2\"/>\n<c xmlns:q=\"urn:3\" xmlns=\"urn:4\">\n"
        "<d></d>\n<q:e></q:e>\n"},
       {"four-argument attribute raw, whitespace inside the open tag",
-       [](CXMLTextWriter& w) {
-         w.WriteStartElement(W(u"a"));
-         w.WriteAttribute(W(u"x"), W(u"b"), W(u"urn:x"), W(u"<&>"));
-         w.WriteWhitespace(W(u"\t"));
-         w.WriteEntityRef(W(u"amp"));
-       },
+       S(w.WriteStartElement(W(u"a")); w.WriteAttribute(W(u"x"), W(u"b"), W(u"urn:x"), W(u"<&>"));
+         w.WriteWhitespace(W(u"\t")); w.WriteEntityRef(W(u"amp"))),
        "<a x:b=\"<&>\"\t>\n&amp;"},
       {"comment, PI, CDATA",
-       [](CXMLTextWriter& w) {
-         w.WriteComment(nullptr);
-         w.WriteProcessingInstruction(W(u"t"), W(u"d"));
-         w.WriteStartElement(W(u"a"));
-         w.WriteCDATA(W(u"<&]"));
-         w.WriteComment(W(u"c"));
-       },
+       S(w.WriteComment(nullptr); w.WriteProcessingInstruction(W(u"t"), W(u"d"));
+         w.WriteStartElement(W(u"a")); w.WriteCDATA(W(u"<&]")); w.WriteComment(W(u"c"))),
        "<!-- -->\n<?t d?>\n<a>\n<![CDATA[<&]]]>\n<!-- c-->\n"},
       {"end document ends all",
-       [](CXMLTextWriter& w) {
-         for (auto n : {u"a", u"b", u"c"}) w.WriteStartElement(W(n));
-         w.WriteEndDocument();
-       },
+       S(for (auto n
+              : {u"a", u"b", u"c"}) w.WriteStartElement(W(n));
+         w.WriteEndDocument()),
        "<a>\n<b>\n<c/>\n</b>\n</a>\n"},
       {"close ends one",
-       [](CXMLTextWriter& w) {
-         for (auto n : {u"a", u"b", u"c"}) w.WriteStartElement(W(n));
-         w.WriteString(W(u"x"));
-         w.Close();
-       },
+       S(for (auto n
+              : {u"a", u"b", u"c"}) w.WriteStartElement(W(n));
+         w.WriteString(W(u"x")); w.Close()),
        "<a>\n<b>\n<c>\nx</c>\n"},
       {"typed element texts",
-       [](CXMLTextWriter& w) {
-         w.WriteElementDouble(W(u"d"), 1.0 / 3);
-         w.WriteElementDouble(W(u"d"), W(u"urn:n"), 1.0 / 3);
-         w.WriteElementChar(W(u"c"), 'A');
+       S(w.WriteElementDouble(W(u"d"), 1.0 / 3);
+         w.WriteElementDouble(W(u"d"), W(u"urn:n"), 1.0 / 3); w.WriteElementChar(W(u"c"), 'A');
          w.WriteElementInt64(W(u"i"), -9000000000LL);
          w.WriteElementUnsignedInt64(W(u"u"), 18446744073709551615ULL);
-         w.WriteElementUnsignedLong(W(u"u"), 4294967295u);
-         w.WriteElementFloat(W(u"f"), 2.5f);
-         w.WriteElementBool(W(u"b"), false);
-         w.WriteElementBase64(W(u"b"), "xyz", 1, 2);
-         w.WriteElementBinHex(W(u"h"), "\x01\xAB", 0, 2);
-       },
+         w.WriteElementUnsignedLong(W(u"u"), 4294967295u); w.WriteElementFloat(W(u"f"), 2.5f);
+         w.WriteElementBool(W(u"b"), false); w.WriteElementBase64(W(u"b"), "xyz", 1, 2);
+         w.WriteElementBinHex(W(u"h"), "\x01\xAB", 0, 2)),
        "<d>0.333333333333333</d>\n<d xmlns=\"urn:n\">0.333333</d>\n<c>65</c>\n"
        "<i>-9000000000</i>\n<u>18446744073709551615</u>\n<u>4294967295</u>\n<f>2.5</f>\n"
        "<b>false</b>\n<b>eXo=</b>\n<h>01AB</h>\n"},
       {"typed attributes and content",
-       [](CXMLTextWriter& w) {
-         w.WriteStartElement(W(u"p"), W(u"a"), W(u"urn:n"));
-         w.WriteAttrDouble(W(u"d"), 0.1);
-         w.WriteAttrShort(W(u"s"), W(u"urn:n"), -5);
-         w.WriteAttrUnsignedChar(W(u"c"), 255);
-         w.WriteDouble(1.0 / 3);
-         w.WriteFloat(2.5f);
-         w.WriteUInt64(0x100000007ULL);
-         w.WriteChar('<');
-         w.Write(static_cast<unsigned short>(65535));
-         w.Write(true);
-       },
+       S(w.WriteStartElement(W(u"p"), W(u"a"), W(u"urn:n")); w.WriteAttrDouble(W(u"d"), 0.1);
+         w.WriteAttrShort(W(u"s"), W(u"urn:n"), -5); w.WriteAttrUnsignedChar(W(u"c"), 255);
+         w.WriteDouble(1.0 / 3); w.WriteFloat(2.5f); w.WriteUInt64(0x100000007ULL);
+         w.WriteChar('<'); w.Write(static_cast<unsigned short>(65535)); w.Write(true)),
        "<p:a xmlns:p=\"urn:n\" d=\"0.1\" p:s=\"-5\" c=\"255\">\n0.3333332.5000007&lt;65535true"},
   };
+#undef S
   for (const Case& c : cases) EXPECT_EQ(Written(c.script), c.expected) << c.name;
 }
 
