@@ -54,7 +54,9 @@ get_filename_component(libdir "${library}" DIRECTORY)
 set(consumer_build "${WORK_DIR}/consumer")
 run(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${consumer_build}" -G "${GENERATOR}"
     "-DCMAKE_PREFIX_PATH=${WORK_DIR}/root/usr"
-    "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}")
+    "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}"
+    "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}"
+    "-DCMAKE_EXE_LINKER_FLAGS=${EXE_LINKER_FLAGS}")
 run(${CMAKE_COMMAND} --build "${consumer_build}")
 run(${CMAKE_COMMAND} -E env "LD_LIBRARY_PATH=${libdir}" "${consumer_build}/consumer")
 message(STATUS "consumer built from the Debian packages: ${run_output}")
