@@ -5,14 +5,10 @@
 #define VESK_TESTS_TESTSUPPORT_H
 
 #include <dirent.h>
-#include <fcntl.h>
-#include <signal.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -77,45 +73,26 @@ inline const unsigned short* W(const char16_t* text) {
   return reinterpret_cast<const unsigned short*>(text);
 }
 
-// --- processes and descriptors (socket tests) ---------------------------------
+// --- other processes and descriptors (socket tests) ---------------------------
 
 /// Descriptors this process has open now.
 inline int OpenDescriptors() {
   DIR* dir = opendir("/proc/self/fd");
-  if (!dir) return -1;
-  int count = 0;
-  while (readdir(dir)) ++count;
-  closedir(dir);
-  return count - 3;  // ".", ".." and the directory's own descriptor
+  int count = -3;  // ".", ".." and the directory's own descriptor
+  while (dir && readdir(dir)) ++count;
+  if (dir) closedir(dir);
+  return count;
 }
 
-/// An independent peer: python3 running script with args, its standard
-/// output read line by line. Killed when still running at the end.
-class PythonPeer {
+/// An independent peer: a shell command whose standard output is read line
+/// by line; waited for at the end.
+class PeerProcess {
  public:
-  PythonPeer(const char* script, const std::vector<std::string>& args = {}) {
-    int out[2];
-    if (pipe2(out, O_CLOEXEC) != 0) return;
-    m_pid = fork();
-    if (m_pid == 0) {
-      dup2(out[1], 1);
-      std::vector<const char*> argv = {"python3", "-c", script};
-      for (const std::string& arg : args) argv.push_back(arg.c_str());
-      argv.push_back(nullptr);
-      execvp("python3", const_cast<char* const*>(argv.data()));
-      _exit(127);
-    }
-    close(out[1]);
-    m_out = fdopen(out[0], "r");
-  }
-  ~PythonPeer() {
-    if (m_pid > 0) {
-      kill(m_pid, SIGKILL);
-      Wait();
-    }
-    if (m_out) fclose(m_out);
-  }
-  /// The next line the peer printed, without its line end ("" at its end).
+  explicit PeerProcess(const std::string& command) : m_out(popen(command.c_str(), "r")) {}
+  PeerProcess(const PeerProcess&) = delete;
+  PeerProcess& operator=(const PeerProcess&) = delete;
+  ~PeerProcess() { Wait(); }
+  /// The next line it printed, without the line end ("" at its end).
   std::string ReadLine() {
     char line[4096];
     if (!m_out || !fgets(line, sizeof line, m_out)) return "";
@@ -123,17 +100,16 @@ class PythonPeer {
     if (!text.empty() && text.back() == '\n') text.pop_back();
     return text;
   }
-  /// Waits for the peer to end; its exit status (-1 when it did not exit).
+  /// Its exit status once it has ended (-1 when it did not exit normally).
   int Wait() {
-    int status = 0;
-    if (m_pid <= 0 || waitpid(m_pid, &status, 0) != m_pid) return -1;
-    m_pid = 0;
+    if (!m_out) return -1;
+    int status = pclose(m_out);
+    m_out = nullptr;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
 
  private:
-  pid_t m_pid = -1;
-  FILE* m_out = nullptr;
+  FILE* m_out;
 };
 
 }  // namespace testing

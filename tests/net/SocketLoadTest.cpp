@@ -1,7 +1,6 @@
-// Many connections at once: 200 clients, a server thread for each, 1000
-// request/response round trips per client through the socket streams.
+// 200 clients at once, a server thread for each, 1000 request/response round
+// trips per client through the socket streams.
 #include <atomic>
-#include <cstring>
 #include <thread>
 #include <vector>
 
@@ -11,86 +10,63 @@
 #include "SocketTestSupport.h"
 
 using namespace vesk::net;
-using vesk::base::CRef;
 
 namespace {
 
 const int kClients = 200;
 const int kRounds = 1000;
 
-struct Message {
-  unsigned int client;
-  unsigned int round;
-};
-
-bool ReadMessage(vesk::io::CInputStream* in, Message& message) {
-  std::string bytes = vesk_test::ReadExactly(in, sizeof message);
-  if (bytes.size() != sizeof message) return false;
-  std::memcpy(&message, bytes.data(), sizeof message);
-  return true;
+// Runs body on a thread of threads; a library exception counts as a failure.
+template <class F>
+void Start(std::vector<std::thread>& threads, std::atomic<int>& failures, F body) {
+  threads.emplace_back([&failures, body]() mutable {
+    try {
+      body();
+    } catch (const vesk::base::CException&) {
+      ++failures;
+    }
+  });
 }
 
 TEST(SocketLoadTest, TwoHundredClientsLoseNothing) {
   int descriptors = vesk::testing::OpenDescriptors();
-  std::atomic<int> answered{0};
-  std::atomic<int> wrong{0};
-  {
-    CServerSocket server = vesk_test::Listener(kClients);
-    unsigned short port = server.GetLocalPort();
-    std::vector<std::thread> threads;
-    // The server answers each request with the round number plus one. Its
-    // thread keeps the handles; a worker only borrows its socket, so no
-    // count is touched from two threads.
-    threads.emplace_back([&] {
-      std::vector<CRef<CSocket>> connections;
-      std::vector<std::thread> workers;
-      for (int i = 0; i < kClients; ++i) {
-        try {
-          connections.push_back(server.Accept(20000));
-        } catch (const vesk::base::CException&) {
-          ++wrong;
-          break;
+  std::atomic<int> answered{0}, failures{0};
+  CServerSocket server = vesk_test::Listener(kClients);
+  std::vector<std::thread> clients, servers;
+  // The acceptor keeps the handles; a server thread only borrows its socket,
+  // so no reference count changes on two threads.
+  std::vector<vesk::base::CRef<CSocket>> accepted;
+  Start(clients, failures, [&] {
+    for (int i = 0; i < kClients; ++i) {
+      accepted.push_back(server.Accept(20000));
+      CSocket* connection = accepted.back().Get();
+      Start(servers, failures, [connection] {
+        std::string request;  // each request comes back with its last byte raised by one
+        while ((request = vesk_test::ReadExactly(connection->GetInputStream(), 8)).size() == 8) {
+          ++request[7];
+          vesk_test::WriteAll(connection->GetOutputStream(), request);
         }
-        CSocket* connection = connections.back().Get();
-        workers.emplace_back([connection, &wrong] {
-          try {
-            Message message;
-            while (ReadMessage(connection->GetInputStream(), message)) {
-              ++message.round;
-              connection->GetOutputStream()->Write(reinterpret_cast<const char*>(&message), sizeof message);
-            }
-            connection->Close();
-          } catch (const vesk::base::CException&) {
-            ++wrong;
-          }
-        });
-      }
-      for (std::thread& worker : workers) worker.join();
-    });
-    for (int c = 0; c < kClients; ++c) {
-      threads.emplace_back([&, c] {
-        try {
-          CSocket client(vesk_test::Loopback(), port);
-          client.SetTCPNoDelay(true);
-          for (int r = 0; r < kRounds; ++r) {
-            Message message = {static_cast<unsigned int>(c), static_cast<unsigned int>(r)};
-            client.GetOutputStream()->Write(reinterpret_cast<const char*>(&message), sizeof message);
-            Message reply;
-            if (!ReadMessage(client.GetInputStream(), reply) || reply.client != message.client ||
-                reply.round != message.round + 1) {
-              ++wrong;
-              break;
-            }
-            ++answered;
-          }
-        } catch (const vesk::base::CException&) {
-          ++wrong;
-        }
+        connection->Close();
       });
     }
-    for (std::thread& thread : threads) thread.join();
+  });
+  for (int c = 0; c < kClients; ++c) {
+    Start(clients, failures, [&, c] {
+      CSocket client(vesk_test::Loopback(), server.GetLocalPort());
+      client.SetTCPNoDelay(true);
+      for (int r = 0; r < kRounds; ++r) {
+        std::string request = std::to_string(1000000 + c * 1000 + r);  // 7 digits
+        vesk_test::WriteAll(client.GetOutputStream(), request + "a");
+        if (vesk_test::ReadExactly(client.GetInputStream(), 8) != request + "b") break;
+        ++answered;
+      }
+    });
   }
-  EXPECT_EQ(wrong.load(), 0);
+  for (std::thread& thread : clients) thread.join();
+  for (std::thread& thread : servers) thread.join();
+  accepted.clear();
+  server.Close();
+  EXPECT_EQ(failures.load(), 0);
   EXPECT_EQ(answered.load(), kClients * kRounds);
   EXPECT_EQ(vesk::testing::OpenDescriptors(), descriptors) << "descriptors leaked";
 }
