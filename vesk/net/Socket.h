@@ -9,10 +9,6 @@
 #include "vesk/net/SocketImpl.h"
 
 namespace vesk {
-namespace io {
-class CInputStream;
-class COutputStream;
-}  // namespace io
 namespace net {
 
 class CServerSocket;

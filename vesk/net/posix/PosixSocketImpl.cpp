@@ -136,24 +136,52 @@ const OptionSlot& Slot(unsigned int id) {
 VESK_IMPLEMENT_CLASS(CPosixSocketImpl, CPosixSocketImpl, "vesk::net::posix::CPosixSocketImpl",
                      "vesk::net::CSocketImpl")
 
-CPosixSocketImpl::CPosixSocketImpl() : m_handle(-1), m_input(*this), m_output(*this) {
+CPosixSocketImpl::CPosixSocketImpl() : m_handle(-1), m_users(0), m_closing(-1), m_input(*this), m_output(*this) {
   memset(&m_remote, 0, sizeof m_remote);
 }
 
 CPosixSocketImpl::~CPosixSocketImpl() {
   int handle = m_handle.exchange(-1);
   if (handle >= 0) close(handle);
+  handle = m_closing.exchange(-1);
+  if (handle >= 0) close(handle);
+}
+
+CPosixSocketImpl::CUse::CUse(const CPosixSocketImpl& impl) : m_impl(impl) {
+  m_impl.m_users.fetch_add(1);
+  m_handle = m_impl.m_handle.load();
+}
+
+CPosixSocketImpl::CUse::~CUse() {
+  if (m_impl.m_users.fetch_sub(1) == 1 && m_impl.m_closing.load() >= 0) {
+    int handle = m_impl.m_closing.exchange(-1);
+    if (handle >= 0) close(handle);
+  }
+}
+
+bool CPosixSocketImpl::Retire(int handle) {
+  // Shutting the receiving side down wakes a call blocked in a read, a wait
+  // or an accept on it, as closing does on Windows; nothing goes out to the
+  // peer for it.
+  shutdown(handle, SHUT_RD);
+  int earlier = m_closing.exchange(handle);
+  if (earlier >= 0) close(earlier);
+  if (m_users.load() != 0) return true;  // the last call closes it
+  handle = m_closing.exchange(-1);
+  // The descriptor is gone even when close reports an error: never twice.
+  return handle < 0 || close(handle) == 0 || errno == EINTR;
 }
 
 void CPosixSocketImpl::Create() {
   int handle = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   if (handle < 0) VESK_THROW_SOCKET_ERROR("Failed to create the socket.");
   int old = m_handle.exchange(handle);
-  if (old >= 0) close(old);
+  if (old >= 0) Retire(old);
 }
 
 void CPosixSocketImpl::Bind(const CInetAddress& address, unsigned short port) {
-  int handle = GetHandle();
+  CUse use(*this);
+  int handle = use.Handle();
   // A port whose last connections still wait out TIME_WAIT can be bound
   // again at once, as on Windows; a port someone listens on stays refused.
   int on = 1;
@@ -170,25 +198,28 @@ void CPosixSocketImpl::Bind(const CInetAddress& address, unsigned short port) {
   m_localPort = ntohs(local.sin_port);
 }
 
-void CPosixSocketImpl::SetBlocking(bool blocking, unsigned int line) {
+namespace {
+void SetBlocking(int handle, bool blocking, unsigned int line) {
   int nonBlocking = blocking ? 0 : 1;
-  if (ioctl(GetHandle(), FIONBIO, &nonBlocking) != 0) ThrowSocketError(line, "ioctlsocket failed.", errno);
+  if (ioctl(handle, FIONBIO, &nonBlocking) != 0) ThrowSocketError(line, "ioctlsocket failed.", errno);
 }
+}  // namespace
 
 void CPosixSocketImpl::Connect(const CInetAddress& address, unsigned short port) {
   m_address = base::CRef<CInetAddress>(VESK_NEW CInetAddress(address));
   m_port = port;
   m_remote = SocketAddress(address, port);
-  int handle = GetHandle();
+  CUse use(*this);
+  int handle = use.Handle();
   const sockaddr* remote = reinterpret_cast<const sockaddr*>(&m_remote);
   if (m_timeout != 0) {
-    SetBlocking(false, __LINE__);
+    SetBlocking(handle, false, __LINE__);
     if (connect(handle, remote, sizeof m_remote) != 0) {
       if (errno != EINPROGRESS && errno != EINTR) VESK_THROW_SOCKET_ERROR("connect failed.");
       int ready = WaitFor(handle, POLLOUT, m_timeout, true);
       if (ready == 0) {
         // Out of time: the socket ends closed, and no exception says so.
-        SetBlocking(true, __LINE__);
+        SetBlocking(handle, true, __LINE__);
         Close();
         return;
       }
@@ -199,9 +230,9 @@ void CPosixSocketImpl::Connect(const CInetAddress& address, unsigned short port)
       if (error != 0) ThrowSocketError(__LINE__, "connect failed.", error);
     }
     // Back to blocking, or the first full send buffer would fail a write.
-    SetBlocking(true, __LINE__);
+    SetBlocking(handle, true, __LINE__);
   } else {
-    SetBlocking(true, __LINE__);
+    SetBlocking(handle, true, __LINE__);
     if (connect(handle, remote, sizeof m_remote) != 0) {
       if (errno != EINTR) VESK_THROW_SOCKET_ERROR("Connect socket failed.");
       // A signal does not stop the connect: wait for its outcome.
@@ -210,13 +241,13 @@ void CPosixSocketImpl::Connect(const CInetAddress& address, unsigned short port)
       if (error != 0) ThrowSocketError(__LINE__, "Connect socket failed.", error);
     }
   }
-  if (m_localAddress.IsNull()) ReadLocalAddress();
+  if (m_localAddress.IsNull()) ReadLocalAddress(handle);
 }
 
-void CPosixSocketImpl::ReadLocalAddress() {
+void CPosixSocketImpl::ReadLocalAddress(int handle) {
   sockaddr_in local;
   socklen_t length = sizeof local;
-  if (getsockname(GetHandle(), reinterpret_cast<sockaddr*>(&local), &length) != 0) {
+  if (getsockname(handle, reinterpret_cast<sockaddr*>(&local), &length) != 0) {
     VESK_THROW_SOCKET_ERROR("getsockname failed.");
   }
   m_localAddress = NewAddress(local);
@@ -225,7 +256,8 @@ void CPosixSocketImpl::ReadLocalAddress() {
 
 void CPosixSocketImpl::Listen(unsigned int backlog) {
   int depth = backlog > static_cast<unsigned int>(INT_MAX) ? INT_MAX : static_cast<int>(backlog);
-  if (listen(GetHandle(), depth) != 0) {
+  CUse use(*this);
+  if (listen(use.Handle(), depth) != 0) {
     VESK_THROW_SOCKET_ERROR(
         "Failed to place the socket in a state in which it is listening for an incoming connection.");
   }
@@ -234,7 +266,8 @@ void CPosixSocketImpl::Listen(unsigned int backlog) {
 void CPosixSocketImpl::Accept(CSocketImpl& accepted, unsigned int timeout) {
   CPosixSocketImpl* target = dynamic_cast<CPosixSocketImpl*>(&accepted);
   if (!target) VESK_THROW(kSource, base::CIllegalArgumentException, "Invalid socket implementation.");
-  int handle = GetHandle();
+  CUse use(*this);
+  int handle = use.Handle();
   if (timeout != 0) {
     int ready = WaitFor(handle, POLLIN, timeout, true);
     if (ready == 0) VESK_THROW(kSource, io::CInterruptedIOException, "Accept timed-out.");
@@ -249,7 +282,7 @@ void CPosixSocketImpl::Accept(CSocketImpl& accepted, unsigned int timeout) {
   if (connection < 0) VESK_THROW_SOCKET_ERROR("accept failed.");
   // From here the target owns the descriptor, whatever fails next.
   int old = target->m_handle.exchange(connection);
-  if (old >= 0) close(old);
+  if (old >= 0) target->Retire(old);
   target->m_remote = peer;
   target->m_address = NewAddress(peer);
   target->m_port = ntohs(peer.sin_port);
@@ -266,14 +299,16 @@ void CPosixSocketImpl::Accept(CSocketImpl& accepted, unsigned int timeout) {
 
 // Blocks until a request is pending; callers rely on it never timing out.
 bool CPosixSocketImpl::IsPending() {
-  int ready = WaitFor(GetHandle(), POLLIN, 0, false);
+  CUse use(*this);
+  int ready = WaitFor(use.Handle(), POLLIN, 0, false);
   if (ready < 0) VESK_THROW_SOCKET_ERROR("Failed to determine if there are pending connection requests.");
   return ready > 0;
 }
 
 unsigned int CPosixSocketImpl::GetAvailable() const {
+  CUse use(*this);
   int count = 0;
-  if (ioctl(GetHandle(), FIONREAD, &count) != 0) {
+  if (ioctl(use.Handle(), FIONREAD, &count) != 0) {
     VESK_THROW_SOCKET_ERROR("Failed to get the number of available on the socket.");
   }
   return static_cast<unsigned int>(count);
@@ -281,22 +316,16 @@ unsigned int CPosixSocketImpl::GetAvailable() const {
 
 void CPosixSocketImpl::Close() {
   int handle = m_handle.exchange(-1);
-  if (handle < 0) return;
-  // Shutting the receiving side down first wakes a thread blocked in a
-  // read, a wait or an accept on this socket, as closing does on Windows;
-  // nothing goes out to the peer for it.
-  shutdown(handle, SHUT_RD);
-  // The descriptor is gone even when close reports an error, so the handle
-  // is never closed twice.
-  if (close(handle) != 0 && errno != EINTR) VESK_THROW_SOCKET_ERROR("Failed to close the socket.");
+  if (handle >= 0 && !Retire(handle)) VESK_THROW_SOCKET_ERROR("Failed to close the socket.");
 }
 
 bool CPosixSocketImpl::GetBoolOption(unsigned int id) const {
   CheckBoolOption(id);
   const OptionSlot& slot = Slot(id);
+  CUse use(*this);
   int value = 0;
   socklen_t length = sizeof value;
-  if (getsockopt(GetHandle(), slot.level, slot.name, &value, &length) != 0) {
+  if (getsockopt(use.Handle(), slot.level, slot.name, &value, &length) != 0) {
     VESK_THROW_SOCKET_ERROR("Failed to get the specified option.");
   }
   return value != 0;
@@ -306,7 +335,8 @@ void CPosixSocketImpl::SetBoolOption(unsigned int id, bool value) {
   CheckBoolOption(id);
   const OptionSlot& slot = Slot(id);
   int flag = value ? 1 : 0;
-  if (setsockopt(GetHandle(), slot.level, slot.name, &flag, sizeof flag) != 0) {
+  CUse use(*this);
+  if (setsockopt(use.Handle(), slot.level, slot.name, &flag, sizeof flag) != 0) {
     VESK_THROW_SOCKET_ERROR("Failed to set the specified option.");
   }
 }
@@ -314,18 +344,19 @@ void CPosixSocketImpl::SetBoolOption(unsigned int id, bool value) {
 int CPosixSocketImpl::GetIntOption(unsigned int id) const {
   CheckIntOption(id);
   const OptionSlot& slot = Slot(id);
+  CUse use(*this);
   if (id == OptionLinger) {
     linger state;
     memset(&state, 0, sizeof state);
     socklen_t length = sizeof state;
-    if (getsockopt(GetHandle(), slot.level, slot.name, &state, &length) != 0) {
+    if (getsockopt(use.Handle(), slot.level, slot.name, &state, &length) != 0) {
       VESK_THROW_SOCKET_ERROR("Failed to get the specified option.");
     }
     return state.l_onoff ? state.l_linger : -1;
   }
   int value = 0;
   socklen_t length = sizeof value;
-  if (getsockopt(GetHandle(), slot.level, slot.name, &value, &length) != 0) {
+  if (getsockopt(use.Handle(), slot.level, slot.name, &value, &length) != 0) {
     VESK_THROW_SOCKET_ERROR("Failed to get the specified option.");
   }
   return value;
@@ -334,21 +365,23 @@ int CPosixSocketImpl::GetIntOption(unsigned int id) const {
 void CPosixSocketImpl::SetIntOption(unsigned int id, int value) {
   CheckIntOption(id);
   const OptionSlot& slot = Slot(id);
+  CUse use(*this);
   int result;
   if (id == OptionLinger) {
     linger state;
     state.l_onoff = value > 0 ? 1 : 0;
     state.l_linger = value > 0 ? value : 0;
-    result = setsockopt(GetHandle(), slot.level, slot.name, &state, sizeof state);
+    result = setsockopt(use.Handle(), slot.level, slot.name, &state, sizeof state);
   } else {
-    result = setsockopt(GetHandle(), slot.level, slot.name, &value, sizeof value);
+    result = setsockopt(use.Handle(), slot.level, slot.name, &value, sizeof value);
   }
   if (result != 0) VESK_THROW_SOCKET_ERROR("Failed to set the specified option.");
 }
 
 int CPosixSocketImpl::CInput::Read(char* buffer, unsigned int offset, unsigned int length) {
   if (length == 0) return 0;
-  int handle = m_owner.GetHandle();
+  CUse use(m_owner);
+  int handle = use.Handle();
   unsigned int timeout = m_owner.GetTimeout();
   if (timeout != 0) {
     int ready = WaitFor(handle, POLLIN, timeout, true);
@@ -380,7 +413,8 @@ void CPosixSocketImpl::CInput::Reset() {
 
 void CPosixSocketImpl::COutput::Write(const char* buffer, unsigned int offset, unsigned int length) {
   if (!buffer) return;
-  int handle = m_owner.GetHandle();
+  CUse use(m_owner);
+  int handle = use.Handle();
   // A blocking send may stop short (a signal): go on until all is out.
   // MSG_NOSIGNAL: a peer that has gone gives an error, never SIGPIPE.
   while (length > 0) {

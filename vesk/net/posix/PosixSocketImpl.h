@@ -39,10 +39,24 @@ class VESK_API CPosixSocketImpl : public CSocketImpl {
   vesk::io::CInputStream* GetInputStream() override { return &m_input; }
   vesk::io::COutputStream* GetOutputStream() override { return &m_output; }
 
-  /// The descriptor, -1 when closed.
-  int GetHandle() const { return m_handle.load(std::memory_order_relaxed); }
-
  private:
+  /// Holds the descriptor for the length of one call. A Close on another
+  /// thread meanwhile wakes the call, and the descriptor is closed only once
+  /// no call holds it, so its number is never reused under a running call.
+  class CUse {
+   public:
+    explicit CUse(const CPosixSocketImpl& impl);
+    ~CUse();
+    /// The descriptor, -1 when the socket is closed.
+    int Handle() const { return m_handle; }
+
+   private:
+    CUse(const CUse&);
+    CUse& operator=(const CUse&);
+    const CPosixSocketImpl& m_impl;
+    int m_handle;
+  };
+
   /// Reads with the owner's time-out; 0 once the peer has closed.
   class CInput : public vesk::io::CInputStream {
    public:
@@ -71,10 +85,14 @@ class VESK_API CPosixSocketImpl : public CSocketImpl {
     CPosixSocketImpl& m_owner;
   };
 
-  void SetBlocking(bool blocking, unsigned int line);
-  void ReadLocalAddress();
+  /// Wakes the calls on handle and closes it, at once or, while calls hold
+  /// it, when the last one leaves. False when closing at once failed.
+  bool Retire(int handle);
+  void ReadLocalAddress(int handle);
 
   std::atomic<int> m_handle;
+  mutable std::atomic<int> m_users;    // calls holding the descriptor
+  mutable std::atomic<int> m_closing;  // a descriptor the last of them closes, or -1
   sockaddr_in m_remote;
   CInput m_input;
   COutput m_output;
