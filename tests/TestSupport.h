@@ -4,6 +4,10 @@
 #ifndef VESK_TESTS_TESTSUPPORT_H
 #define VESK_TESTS_TESTSUPPORT_H
 
+#include <dirent.h>
+#include <sys/wait.h>
+
+#include <cstdio>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -68,6 +72,45 @@ typedef std::basic_string<unsigned short> Units;
 inline const unsigned short* W(const char16_t* text) {
   return reinterpret_cast<const unsigned short*>(text);
 }
+
+// --- other processes and descriptors (socket tests) ---------------------------
+
+/// Descriptors this process has open now.
+inline int OpenDescriptors() {
+  DIR* dir = opendir("/proc/self/fd");
+  int count = -3;  // ".", ".." and the directory's own descriptor
+  while (dir && readdir(dir)) ++count;
+  if (dir) closedir(dir);
+  return count;
+}
+
+/// An independent peer: a shell command whose standard output is read line
+/// by line; waited for at the end.
+class PeerProcess {
+ public:
+  explicit PeerProcess(const std::string& command) : m_out(popen(command.c_str(), "r")) {}
+  PeerProcess(const PeerProcess&) = delete;
+  PeerProcess& operator=(const PeerProcess&) = delete;
+  ~PeerProcess() { Wait(); }
+  /// The next line it printed, without the line end ("" at its end).
+  std::string ReadLine() {
+    char line[4096];
+    if (!m_out || !fgets(line, sizeof line, m_out)) return "";
+    std::string text(line);
+    if (!text.empty() && text.back() == '\n') text.pop_back();
+    return text;
+  }
+  /// Its exit status once it has ended (-1 when it did not exit normally).
+  int Wait() {
+    if (!m_out) return -1;
+    int status = pclose(m_out);
+    m_out = nullptr;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+ private:
+  FILE* m_out;
+};
 
 }  // namespace testing
 }  // namespace vesk

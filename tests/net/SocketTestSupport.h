@@ -1,0 +1,47 @@
+// Shared by the socket tests: a listener on an ephemeral loopback port and
+// reads of an exact byte count.
+#ifndef VESK_TESTS_NET_SOCKETTESTSUPPORT_H
+#define VESK_TESTS_NET_SOCKETTESTSUPPORT_H
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "vesk/io/InputStream.h"
+#include "vesk/io/OutputStream.h"
+#include "vesk/net/ServerSocket.h"
+#include "vesk/net/Socket.h"
+
+namespace vesk_test {
+
+/// 127.0.0.1 as address bytes.
+inline vesk::net::CInetAddress Loopback() {
+  static const unsigned char bytes[4] = {127, 0, 0, 1};
+  return vesk::net::CInetAddress(bytes);
+}
+
+/// A listener on 127.0.0.1 and a port the system picks.
+inline vesk::net::CServerSocket Listener(unsigned int backlog = 50) {
+  return vesk::net::CServerSocket(0, backlog, Loopback());
+}
+
+/// Reads exactly count bytes (fewer when the peer closes first).
+inline std::string ReadExactly(vesk::io::CInputStream* in, size_t count) {
+  std::string data(count, '\0');
+  size_t done = 0;
+  while (done < count) {
+    int n = in->Read(&data[0], static_cast<unsigned int>(done), static_cast<unsigned int>(count - done));
+    if (n <= 0) break;
+    done += static_cast<size_t>(n);
+  }
+  data.resize(done);
+  return data;
+}
+
+inline void WriteAll(vesk::io::COutputStream* out, const std::string& data) {
+  out->Write(data.data(), 0, static_cast<unsigned int>(data.size()));
+}
+
+}  // namespace vesk_test
+
+#endif
