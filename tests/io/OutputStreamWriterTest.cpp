@@ -120,6 +120,37 @@ TEST(OutputStreamWriterTest, OneCallTooBigForTheBufferDoublesItAndKeepsOrder) {
   EXPECT_EQ(out.data, expected);
 }
 
+// A call that needs several doublings ends in the smallest buffer that takes
+// it, whatever its mix of units: surrogate pairs in one call are one '?' each,
+// a high surrogate at the end is kept for the next call.
+TEST(OutputStreamWriterTest, ManyDoublingsEndAtTheFirstSizeThatFits) {
+  struct Row {
+    U16String text;
+    unsigned int bytes;  // what the call and the '?' of a pending unit encode to
+    unsigned int buffer;
+  };
+  U16String mixed;
+  for (int i = 0; i < 20000; ++i) mixed += U16String{0x20AC, 'a', 0xD83D, 0xDE00, 0x3A9};
+  mixed += 0xD83D;
+  U16String pairs;
+  for (int i = 0; i < 60000; ++i) pairs += U16String{0xD83D, 0xDE00};
+  const Row rows[] = {{U16String(30000, 0x20AC), 90000, 131136},
+                      {U16String(65568, 'a'), 65568, 65568},
+                      {U16String(65569, 'a'), 65569, 131136},
+                      {pairs, 60000, 65568},
+                      {mixed, 20000 * 7 + 1, 262272}};
+  for (const Row& row : rows) {
+    CTestOutputStream out;
+    COutputStreamWriter writer(&out, "UTF-8", false);
+    writer.Write(row.text.data(), 0, static_cast<unsigned int>(row.text.size()));
+    // Filling the rest of the buffer sends it out in one write of its size.
+    U16String fill(row.buffer - row.bytes, 'f');
+    writer.Write(fill.data(), 0, static_cast<unsigned int>(fill.size()));
+    ASSERT_FALSE(out.writes.empty());
+    EXPECT_EQ(static_cast<unsigned int>(out.writes.back()), row.buffer) << row.text.size();
+  }
+}
+
 TEST(OutputStreamWriterTest, SmallWritesAreCollectedUntilTheBufferFills) {
   CTestOutputStream out;
   COutputStreamWriter writer(&out, "UTF-8", false);

@@ -1,9 +1,13 @@
 #include "vesk/io/OutputStreamWriter.h"
 
+#include <cstdint>
+#include <typeinfo>
+
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/IOException.h"
+#include "vesk/io/WCharToCharUTF8.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 #include "vesk/platform/Utf16.h"
@@ -75,6 +79,45 @@ void COutputStreamWriter::FlushBuffer() {
   }
 }
 
+namespace {
+
+// The bytes CWCharToCharUTF8 writes for units[0 .. length) when nothing is
+// pending: a high surrogate takes the unit after it into one '?', or is kept
+// pending (no bytes) when it is the last unit.
+std::uint64_t Utf8BytesFromReset(const unsigned short* units, unsigned int length) {
+  std::uint64_t bytes = 0;
+  unsigned int k = 0;
+  while (k < length) {
+    // Blocks without surrogates are counted without a branch per unit.
+    if (length - k >= 16) {
+      unsigned int sum = 0;
+      unsigned int surrogates = 0;
+      for (unsigned int j = 0; j < 16; ++j) {
+        unsigned int c = units[k + j];
+        sum += 1 + (c >= 0x80) + (c >= 0x800);
+        surrogates |= (c & 0xF800) == 0xD800;
+      }
+      if (!surrogates) {
+        bytes += sum;
+        k += 16;
+        continue;
+      }
+    }
+    unsigned int c = units[k];
+    if (c >= 0xD800 && c <= 0xDBFF) {
+      if (k + 1 == length) break;
+      bytes += 1;
+      k += 2;
+    } else {
+      bytes += c < 0x80 ? 1 : c < 0x800 ? 2 : 3;
+      k += 1;
+    }
+  }
+  return bytes;
+}
+
+}  // namespace
+
 void COutputStreamWriter::InternalWrite(const unsigned short* chars, unsigned int offset,
                                         unsigned int length) {
   CheckOpen();
@@ -97,6 +140,17 @@ void COutputStreamWriter::InternalWrite(const unsigned short* chars, unsigned in
         // The buffer is empty here (it was just written out): replace it by
         // one of twice the size. The old block is kept when that fails.
         unsigned int newSize = m_byteBufferSize * 2;
+        // Every doubling that cannot take the text would only fail again:
+        // with the library's own UTF-8 converter the text is measured once
+        // and the buffer goes straight to the first doubling that takes it
+        // (the same size the doublings would reach, without re-encoding a
+        // large text at each of them).
+        if (typeid(*m_converter) == typeid(CWCharToCharUTF8)) {
+          std::uint64_t need = Utf8BytesFromReset(chars + i, end - i);
+          while (newSize > m_byteBufferSize && newSize < need && newSize * 2 > newSize) {
+            newSize *= 2;
+          }
+        }
         char* bigger =
             newSize > m_byteBufferSize ? static_cast<char*>(platform::Alloc(newSize)) : nullptr;
         if (!bigger) VESK_THROW("vesk/io/OutputStreamWriter", CIOException, "Memory full.");
