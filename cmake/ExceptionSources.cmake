@@ -9,4 +9,5 @@ set(VESK_EXCEPTION_SOURCES
   vesk/io/UnknownCharacterException.cpp
   vesk/io/UnsupportedEncodingException.cpp
   vesk/net/UnknownHostException.cpp
+  vesk/util/regex/RegExParseException.cpp
 )

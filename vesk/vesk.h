@@ -6,6 +6,7 @@
 
 #include "IO/Location.h"
 #include "vesk/Library.h"
+#include "vesk/LoadString.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
 #include "vesk/base/Atomic.h"
 #include "vesk/base/Base.h"
@@ -19,6 +20,8 @@
 #include "vesk/base/Exception.h"
 #include "vesk/base/ExceptionClass.h"
 #include "vesk/base/Export.h"
+#include "vesk/base/FormattedString.h"
+#include "vesk/base/FormattedUnicodeString.h"
 #include "vesk/base/IClassManager.h"
 #include "vesk/base/IComparable.h"
 #include "vesk/base/ILockable.h"
@@ -136,12 +139,16 @@
 #include "vesk/util/StringHashtable.h"
 #include "vesk/util/StringMap.h"
 #include "vesk/util/StringSet.h"
+#include "vesk/util/StringTokenizer.h"
 #include "vesk/util/StringVector.h"
 #include "vesk/util/StringVectorEnumeration.h"
 #include "vesk/util/StringVectorH.h"
 #include "vesk/util/UnicodeStringMap.h"
+#include "vesk/util/UnicodeStringTokenizer.h"
 #include "vesk/util/UnicodeStringVector.h"
 #include "vesk/util/UnicodeStringVectorEnumeration.h"
+#include "vesk/util/regex/RegEx.h"
+#include "vesk/util/regex/RegExMatch.h"
 #include "vesk/util/regex/RegExParseException.h"
 
 #endif

@@ -20,7 +20,6 @@
 #include "vesk/util/EmptyQueueException.h"
 #include "vesk/util/EmptyStackException.h"
 #include "vesk/util/NoSuchElementException.h"
-#include "vesk/util/regex/RegExParseException.h"
 
 VESK_IMPLEMENT_EXCEPTION(vesk::base, CArrayIndexOutOfBoundsException, vesk::base::CException, None)
 VESK_IMPLEMENT_EXCEPTION(vesk::base, CClassCastException, vesk::base::CException, None)
@@ -49,5 +48,3 @@ VESK_IMPLEMENT_EXCEPTION(vesk::net, CSocketException, vesk::io::CIOException, De
 VESK_IMPLEMENT_EXCEPTION(vesk::util, CEmptyQueueException, vesk::base::CException, None)
 VESK_IMPLEMENT_EXCEPTION(vesk::util, CEmptyStackException, vesk::base::CException, None)
 VESK_IMPLEMENT_EXCEPTION(vesk::util, CNoSuchElementException, vesk::base::CMemoryException, None)
-VESK_IMPLEMENT_EXCEPTION(vesk::util::regex, CRegExParseException, vesk::base::CException,
-                         DescriptionMessage)

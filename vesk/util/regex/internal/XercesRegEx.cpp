@@ -1,0 +1,106 @@
+#include "vesk/util/regex/internal/XercesRegEx.h"
+
+#include <xercesc/util/regx/Token.hpp>
+
+#include "vesk/base/MemoryException.h"
+#include "vesk/platform/Memory.h"
+#include "vesk/platform/Text.h"
+#include "vesk/platform/Throw.h"
+#include "vesk/platform/Utf16.h"
+
+namespace vesk {
+namespace util {
+namespace regex {
+namespace internal {
+
+namespace {
+
+using xercesc::Token;
+
+bool IsUnbounded(const Token* token) {
+  Token::tokType type = token->getTokenType();
+  return (type == Token::T_CLOSURE || type == Token::T_NONGREEDYCLOSURE) && token->getMax() < 0;
+}
+
+bool HoldsUnbounded(const Token* token) {
+  if (IsUnbounded(token)) return true;
+  for (XMLSize_t i = 0, n = token->size(); i < n; ++i) {
+    if (HoldsUnbounded(token->getChild(i))) return true;
+  }
+  return false;
+}
+
+bool FindEmptyLoop(const Token* token) {
+  if (IsUnbounded(token)) {
+    const Token* body = token->getChild(0);
+    if (body->getMinLength() == 0 && HoldsUnbounded(body)) return true;
+  }
+  for (XMLSize_t i = 0, n = token->size(); i < n; ++i) {
+    if (FindEmptyLoop(token->getChild(i))) return true;
+  }
+  return false;
+}
+
+// Units and bytes of the character at text (at most available bytes); a
+// malformed byte is one '?'.
+inline unsigned int StepChar(const char* text, std::size_t available, unsigned int* units) {
+  if (static_cast<unsigned char>(*text) < 0x80) {
+    *units = 1;
+    return 1;
+  }
+  int codePoint;
+  unsigned int bytes = platform::Utf8Decode(text, available, &codePoint);
+  *units = codePoint > 0xFFFF ? 2 : 1;
+  return bytes;
+}
+
+}  // namespace
+
+bool CRegExEngine::HasEmptyLoop() const { return fTokenTree && FindEmptyLoop(fTokenTree); }
+
+CWideText::CWideText(const char* text, std::size_t bytes, const char* source)
+    : m_text(m_small), m_length(0), m_bytes(bytes) {
+  std::size_t units = platform::Utf8ToUtf16(text, static_cast<int>(bytes), nullptr, 0);
+  if (units >= sizeof(m_small) / sizeof(m_small[0])) {
+    m_text = static_cast<XMLCh*>(platform::Alloc((units + 1) * sizeof(XMLCh)));
+    if (!m_text) VESK_THROW(source, vesk::base::CMemoryException);
+  }
+  m_length = platform::Utf8ToUtf16(text, static_cast<int>(bytes),
+                                   reinterpret_cast<unsigned short*>(m_text), units);
+  m_text[m_length] = 0;
+}
+
+CWideText::~CWideText() {
+  if (m_text != m_small) platform::Free(m_text);
+}
+
+std::size_t UnitOffset(const char* text, std::size_t length, std::size_t offset) {
+  std::size_t pos = 0;
+  std::size_t units = 0;
+  while (pos < offset && pos < length) {
+    unsigned int n;
+    unsigned int bytes = StepChar(text + pos, length - pos, &n);
+    if (pos + bytes > offset) break;
+    pos += bytes;
+    units += n;
+  }
+  return units;
+}
+
+std::size_t ByteOffset(const char* text, std::size_t length, std::size_t units) {
+  std::size_t pos = 0;
+  std::size_t done = 0;
+  while (done < units && pos < length) {
+    unsigned int n;
+    unsigned int bytes = StepChar(text + pos, length - pos, &n);
+    if (done + n > units) break;
+    pos += bytes;
+    done += n;
+  }
+  return pos;
+}
+
+}  // namespace internal
+}  // namespace regex
+}  // namespace util
+}  // namespace vesk
