@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include <xercesc/util/ParseException.hpp>
+#include <xercesc/util/XMLException.hpp>
 
 #include "vesk/LoadString.h"
 #include "vesk/base/IllegalArgumentException.h"
@@ -45,7 +45,10 @@ internal::CRegExEngine* CompileUnits(const XMLCh* pattern, const XMLCh* options,
   internal::CRegExEngine* engine = nullptr;
   try {
     engine = new internal::CRegExEngine(pattern, options);
-  } catch (const xercesc::ParseException& e) {
+  } catch (const xercesc::XMLException& e) {
+    // The parser reports most bad patterns with a ParseException, but some
+    // (an unfinished "\p{") with an index exception of its own: the pattern
+    // is refused either way, so both are reported as what they are.
     CString message(reinterpret_cast<const unsigned short*>(e.getMessage()));
     VESK_THROW(kSource, CRegExParseException, pattern8, message);
   } catch (...) {
@@ -105,7 +108,9 @@ namespace {
 bool RunEngine(const internal::CRegExEngine* engine, const XMLCh* text, std::size_t start,
                std::size_t end, xercesc::Match* match) {
   try {
-    return engine->matches(text, start, end, match);
+    bool found = engine->matches(text, start, end, match);
+    if (found) engine->RepairLiteralEnd(match);
+    return found;
   } catch (...) {
     VESK_THROW(kSource, CMemoryException);
   }

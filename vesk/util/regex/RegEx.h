@@ -33,9 +33,9 @@ class CRegExEngine;
 /// holds an alternation such as (a|b)*c takes quadratic time and stack in
 /// proportion to the text (about 10 000 units take seconds; some tens of
 /// thousands can exhaust an 8 MB stack). A pattern that repeats without
-/// bound a part that can match the empty text and holds another unbounded
-/// repetition, such as (a*)*b, sends the engine into endless recursion on
-/// almost any text; such patterns are refused with CRegExParseException.
+/// bound a part that can match the empty text, such as (a*)*b or (a?^)*,
+/// can send the engine into endless recursion; such patterns are refused
+/// with CRegExParseException (write (a+)*b, (a)*b and the like instead).
 class VESK_API CRegEx : public vesk::base::CBase {
  public:
   /// Compiles a pattern with no options. A null or empty pattern throws
@@ -55,7 +55,8 @@ class VESK_API CRegEx : public vesk::base::CBase {
 
   /// Whether the pattern matches the text. A null text throws
   /// CIllegalArgumentException ("Invalid match string."); a failure inside
-  /// the engine throws CMemoryException.
+  /// the engine throws CMemoryException (the engine fails, for one, when it
+  /// reaches a back reference to a group the pattern does not have).
   bool Matches(const char* text) const;
   bool Matches(const unsigned short* text) const;
   /// The same over the range from start to end. Unless start < end <= the

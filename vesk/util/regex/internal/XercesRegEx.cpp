@@ -1,5 +1,6 @@
 #include "vesk/util/regex/internal/XercesRegEx.h"
 
+#include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/regx/Token.hpp>
 
 #include "vesk/base/MemoryException.h"
@@ -22,18 +23,10 @@ bool IsUnbounded(const Token* token) {
   return (type == Token::T_CLOSURE || type == Token::T_NONGREEDYCLOSURE) && token->getMax() < 0;
 }
 
-bool HoldsUnbounded(const Token* token) {
-  if (IsUnbounded(token)) return true;
-  for (XMLSize_t i = 0, n = token->size(); i < n; ++i) {
-    if (HoldsUnbounded(token->getChild(i))) return true;
-  }
-  return false;
-}
-
 bool FindEmptyLoop(const Token* token) {
   if (IsUnbounded(token)) {
     const Token* body = token->getChild(0);
-    if (body->getMinLength() == 0 && HoldsUnbounded(body)) return true;
+    if (body->getMinLength() == 0) return true;
   }
   for (XMLSize_t i = 0, n = token->size(); i < n; ++i) {
     if (FindEmptyLoop(token->getChild(i))) return true;
@@ -57,6 +50,13 @@ inline unsigned int StepChar(const char* text, std::size_t available, unsigned i
 }  // namespace
 
 bool CRegExEngine::HasEmptyLoop() const { return fTokenTree && FindEmptyLoop(fTokenTree); }
+
+void CRegExEngine::RepairLiteralEnd(xercesc::Match* record) const {
+  if (!fFixedStringOnly || !fFixedString || !record || record->getNoGroups() < 1) return;
+  int start = record->getStartPos(0);
+  if (start >= 0)
+    record->setEndPos(0, start + static_cast<int>(xercesc::XMLString::stringLen(fFixedString)));
+}
 
 CWideText::CWideText(const char* text, std::size_t bytes, const char* source)
     : m_text(m_small), m_length(0), m_bytes(bytes) {

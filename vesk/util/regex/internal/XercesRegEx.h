@@ -19,9 +19,13 @@ class CRegExEngine : public xercesc::RegularExpression {
  public:
   CRegExEngine(const XMLCh* pattern, const XMLCh* options) : RegularExpression(pattern, options) {}
   /// Whether the pattern repeats without bound a part that can match the
-  /// empty text and holds another unbounded repetition: the engine recurses
-  /// without end on such a loop.
+  /// empty text: the engine can recurse without end on such a loop.
   bool HasEmptyLoop() const;
+  /// After a successful match into record: a pattern that is one literal
+  /// string is matched by the engine's string search, which ends the match
+  /// the pattern's length (escapes included) after its start, past the text
+  /// for "\\+". The end is set from the literal itself.
+  void RepairLiteralEnd(xercesc::Match* record) const;
 };
 
 /// A match record, made with the engine's default memory manager.
