@@ -1,0 +1,271 @@
+#include <string>
+
+#include <gtest/gtest.h>
+#include <unicode/ustring.h>
+#include <xercesc/util/regx/Match.hpp>
+#include <xercesc/util/regx/RegularExpression.hpp>
+
+#include "TestObjects.h"
+#include "TestSupport.h"
+#include "vesk/base/ArrayIndexOutOfBoundsException.h"
+#include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/NullReferenceException.h"
+#include "vesk/base/String.h"
+#include "vesk/base/UnicodeString.h"
+#include "vesk/platform/Xerces.h"
+#include "vesk/util/regex/RegEx.h"
+#include "vesk/util/regex/RegExParseException.h"
+
+using vesk::base::CIllegalArgumentException;
+using vesk::base::CUnicodeString;
+using vesk::testing::W;
+using vesk::util::regex::CRegEx;
+using vesk::util::regex::CRegExMatch;
+using vesk::util::regex::CRegExParseException;
+using vesk_test::ExpectThrowFrom;
+
+namespace {
+
+const char kSource[] = "vesk/util/regex/RegEx";
+
+struct Case {
+  const char* pattern;
+  const char* options;  // null: the constructor without options
+  const char* text;     // UTF-8
+  int start, end;       // UTF-16 units; -1: the whole text
+};
+
+// Patterns, options, texts and ranges on which the library must answer as
+// the engine does.
+const Case kCases[] = {
+    {"abc", nullptr, "xxabcxx", -1, -1},
+    {"(a)(b)?c", nullptr, "xxacyy", -1, -1},
+    {"(a)(b)?c", nullptr, "xxacyy", 3, 6},
+    {"(a)(b)?c", nullptr, "xxacyy", 2, 4},
+    {"^a.*z$", nullptr, "a\nz", -1, -1},
+    {"^a.*z$", "s", "a\nz", -1, -1},
+    {"^z", "m", "a\nz", -1, -1},
+    {"ABC", "i", "xabcx", -1, -1},
+    {"a b+ # comment", "x", "abb", -1, -1},
+    {"[a-c]+\\d{2,3}", nullptr, "zzcab1234", -1, -1},
+    {"[a-c]+\\d{2,3}", "X", "cab123", -1, -1},
+    {"[a-c]+\\d{2,3}", "X", "zcab123", -1, -1},
+    {"(x|y)+(z)", nullptr, "wxyxz", 1, 5},
+    {"((a?)b)+c", nullptr, "xabbc", -1, -1},
+    {"\\p{Lu}\\p{Ll}*", nullptr, "abc D\u00e9f", -1, -1},
+    {"(\u00e9+)(t)", nullptr, "caf\u00e9\u00e9t\u00e9", -1, -1},
+    {"(\u00e9+)(t)", nullptr, "caf\u00e9\u00e9t\u00e9", 4, 7},
+    {"(.)\\1", nullptr, "ab\U0001F600\U0001F600c", -1, -1},
+    {"\U0001F600(c)", nullptr, "ab\U0001F600c", -1, -1},
+    {"b+", "F", "abbbc", -1, -1},
+    {"b+", "H", "abbbc", -1, -1},
+    {"nothing", nullptr, "something", -1, -1},
+};
+
+std::u16string Utf16(const char* utf8) {
+  UChar buffer[256];
+  int32_t length = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  u_strFromUTF8(buffer, 256, &length, utf8, -1, &status);
+  EXPECT_TRUE(U_SUCCESS(status));
+  return std::u16string(buffer, length);
+}
+
+// Byte offset in the UTF-8 form of the first units of text.
+int Utf8Offset(const std::u16string& text, int units) {
+  if (units < 0) return -1;
+  char buffer[512];
+  int32_t length = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  u_strToUTF8(buffer, 512, &length, text.data(), units, &status);
+  return length;
+}
+
+struct Result {
+  bool found;
+  std::vector<int> positions;  // start, end of each group
+};
+
+Result Engine(const Case& c, const std::u16string& text) {
+  vesk::platform::EnsureXerces();
+  std::u16string pattern = Utf16(c.pattern);
+  std::u16string options = Utf16(c.options ? c.options : "");
+  xercesc::RegularExpression re(pattern.c_str(), options.c_str());
+  xercesc::Match match;
+  std::size_t start = c.start < 0 ? 0 : c.start, end = c.end < 0 ? text.size() : c.end;
+  Result r{re.matches(text.c_str(), start, end, &match), {}};
+  for (int g = 0; r.found && g < match.getNoGroups(); ++g) {
+    r.positions.push_back(match.getStartPos(g));
+    r.positions.push_back(match.getEndPos(g));
+  }
+  return r;
+}
+
+template <class Text>
+Result Library(const CRegEx& re, const Case& c, const Text& text, int start, int end) {
+  CRegExMatch match;
+  Result r;
+  r.found = c.start < 0 ? re.Matches(text, match) : re.Matches(text, start, end, match);
+  bool plain = c.start < 0 ? re.Matches(text) : re.Matches(text, start, end);
+  EXPECT_EQ(r.found, plain);
+  for (unsigned int g = 0; r.found && g < match.GetGroupCount(); ++g) {
+    r.positions.push_back(static_cast<int>(match.GetStartPosOfGroup(g)));
+    r.positions.push_back(static_cast<int>(match.GetEndPosOfGroup(g)));
+  }
+  return r;
+}
+
+}  // namespace
+
+TEST(RegEx, AnswersAsTheEngineDoesInBothForms) {
+  int found = 0;
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(std::string(c.pattern) + " / " + c.text);
+    std::u16string text = Utf16(c.text);
+    Result expected = Engine(c, text);
+    found += expected.found;
+
+    CUnicodeString pattern16(c.pattern), options16(c.options);
+    CRegEx wide = c.options ? CRegEx(static_cast<const unsigned short*>(pattern16),
+                                     static_cast<const unsigned short*>(options16))
+                            : CRegEx(static_cast<const unsigned short*>(pattern16));
+    Result w = Library(wide, c, W(text.c_str()), c.start, c.end);
+    EXPECT_EQ(expected.found, w.found);
+    EXPECT_EQ(expected.positions, w.positions);
+
+    // The narrow form takes and reports byte offsets of the UTF-8 text.
+    CRegEx narrow = c.options ? CRegEx(c.pattern, c.options) : CRegEx(c.pattern);
+    Result n = Library(narrow, c, c.text, Utf8Offset(text, c.start), Utf8Offset(text, c.end));
+    EXPECT_EQ(expected.found, n.found);
+    for (int& p : expected.positions) p = Utf8Offset(text, p);
+    EXPECT_EQ(expected.positions, n.positions);
+  }
+  EXPECT_GT(found, 10);  // the table is not all misses
+}
+
+TEST(RegEx, ARangeMustLieInTheTextAndNotBeEmpty) {
+  CRegEx re("b");
+  const char* message = "Invalid start & end positons.";
+  ExpectThrowFrom<CIllegalArgumentException>([&] { re.Matches("abc", 2, 2); }, kSource, message);
+  ExpectThrowFrom<CIllegalArgumentException>([&] { re.Matches("abc", 0, 4); }, kSource, message);
+  ExpectThrowFrom<CIllegalArgumentException>([&] { re.Matches(W(u"abc"), 3, 1); }, kSource,
+                                             message);
+  EXPECT_TRUE(re.Matches("abc", 0, 3));
+  EXPECT_FALSE(re.Matches("abc", 2, 3));
+  // A bound inside a multi-byte character stands for the character's start.
+  EXPECT_FALSE(CRegEx("\u00e9").Matches("a\u00e9", 0, 2));
+  EXPECT_TRUE(CRegEx("\u00e9").Matches("a\u00e9", 2, 3));
+  CRegExMatch match;
+  ExpectThrowFrom<CIllegalArgumentException>(
+      [&] { re.Matches(static_cast<const char*>(nullptr), match); }, kSource,
+      "Invalid match string.");
+  ExpectThrowFrom<CIllegalArgumentException>(
+      [&] { re.Matches(static_cast<const unsigned short*>(nullptr)); }, kSource,
+      "Invalid match string.");
+}
+
+TEST(RegEx, RefusedPatternsAndOptions) {
+  const unsigned short empty[] = {0};
+  ExpectThrowFrom<CIllegalArgumentException>([] { CRegEx(static_cast<const char*>(nullptr)); },
+                                             kSource, "Invalid pattern.");
+  ExpectThrowFrom<CIllegalArgumentException>([&] { CRegEx(empty, nullptr); }, kSource,
+                                             "Invalid pattern.");
+  ExpectThrowFrom<CIllegalArgumentException>([] { CRegEx("a", ""); }, kSource,
+                                             "Invalid options.");
+  ExpectThrowFrom<CIllegalArgumentException>([] { CRegEx(W(u"a"), nullptr); }, kSource,
+                                             "Invalid options.");
+
+  struct Bad {
+    const char* pattern;
+    const char* parserMessage;  // null: the engine's own message
+  } bad[] = {{"(a", nullptr}, {"\\p{", nullptr}, {"a{2,1}", nullptr},
+             {"(a*)*b", "a part that can match the empty text is repeated without bound, "
+                        "which the engine cannot run"},
+             {"(a?^)*", nullptr}};
+  for (const Bad& b : bad) {
+    SCOPED_TRACE(b.pattern);
+    std::string engineMessage;
+    try {
+      vesk::platform::EnsureXerces();
+      xercesc::RegularExpression engine(b.pattern);
+    } catch (const xercesc::XMLException& e) {
+      engineMessage = vesk::base::CString(reinterpret_cast<const unsigned short*>(e.getMessage()));
+    }
+    std::string expected = "Invalid regular expression \"" + std::string(b.pattern) + "\": " +
+                           (b.parserMessage ? b.parserMessage : engineMessage) + ".";
+    for (int wide = 0; wide < 2; ++wide) {
+      try {
+        CUnicodeString pattern16(b.pattern);
+        if (wide) {
+          CRegEx re(static_cast<const unsigned short*>(pattern16));
+        } else {
+          CRegEx re(b.pattern);
+        }
+        ADD_FAILURE() << "compiled";
+      } catch (const CRegExParseException& e) {
+        EXPECT_STREQ(kSource, e.GetSourceFile());
+        if (b.parserMessage || !engineMessage.empty()) EXPECT_EQ(expected, e.GetMessage());
+      }
+    }
+  }
+  EXPECT_THROW(CRegEx("a", "q"), CRegExParseException);  // an unknown option letter
+}
+
+TEST(RegEx, TheParseMessageFallsBackWhenNoTextResults) {
+  EXPECT_STREQ("Invalid regular expression \"x\".", CRegExParseException("f", 1, "x").GetMessage());
+  EXPECT_EQ(nullptr, CRegExParseException("f", 1, "x").GetErrorDescription());
+  vesk::testing::FaultGuard guard;
+  vesk::platform::FailAllocationAt(1);  // the format cannot be loaded
+  CRegExParseException e("f", 1, "x", "why");
+  EXPECT_STREQ("Invalid regular expression.", e.GetMessage());
+  vesk::platform::FailAllocationAt(1, true);  // nothing can be allocated
+  CRegExParseException none("f", 1, "x", "why");
+  EXPECT_EQ(nullptr, none.GetMessage());
+}
+
+TEST(RegEx, CopiesShareTheExpressionAndMatchRecordsTheirMatch) {
+  CRegEx* first = new CRegEx("(b+)");
+  CRegEx copy(*first);
+  CRegEx assigned("x");
+  assigned = *first;
+  delete first;
+  EXPECT_TRUE(copy.Matches("abbc"));
+  CRegExMatch match, shared;
+  shared = match;
+  EXPECT_EQ(0u, match.GetGroupCount());
+  ExpectThrowFrom<vesk::base::CNullReferenceException>([&] { match.GetStartPosOfGroup(0); },
+                                                       "vesk/util/regex/RegExMatch");
+  EXPECT_TRUE(assigned.Matches("abbc", match));
+  EXPECT_EQ(2u, shared.GetGroupCount());
+  EXPECT_EQ(3u, shared.GetEndPosOfGroup(1));
+  ExpectThrowFrom<vesk::base::CArrayIndexOutOfBoundsException>(
+      [&] { match.GetEndPosOfGroup(2); }, "vesk/util/regex/RegExMatch");
+  // A failed match leaves the groups unset.
+  EXPECT_FALSE(copy.Matches("xyz", match));
+  EXPECT_EQ(0xFFFFFFFFu, match.GetStartPosOfGroup(0));
+}
+
+TEST(RegEx, ALiteralMatchEndsAfterTheLiteral) {
+  // The engine's string search ends "\+" two units after its start.
+  CRegExMatch match;
+  EXPECT_TRUE(CRegEx("\\+").Matches("a+", match));
+  EXPECT_EQ(1u, match.GetStartPosOfGroup(0));
+  EXPECT_EQ(2u, match.GetEndPosOfGroup(0));
+  EXPECT_TRUE(CRegEx("\\+\\+").Matches(W(u"+++"), 1, 3, match));
+  EXPECT_EQ(3u, match.GetEndPosOfGroup(0));
+}
+
+TEST(RegEx, AllocationFailuresLeaveNothingBehind) {
+  std::string text(600, 'a');
+  text += "\u00e9b";
+  EXPECT_GT(vesk::testing::FailEachAllocationInTurn([&] {
+              CRegEx re("(a+)\u00e9(b)");
+              CRegExMatch match;
+              EXPECT_TRUE(re.Matches(text.c_str(), match));
+              EXPECT_EQ(603u, match.GetEndPosOfGroup(2));
+              CUnicodeString wide(text.c_str());
+              CRegEx copy(re);
+              EXPECT_TRUE(copy.Matches(static_cast<const unsigned short*>(wide), 1, 602));
+            }),
+            0);
+}
