@@ -19,12 +19,36 @@ namespace internal {
 /// Bit set of the ASCII delimiters, so the common case (ASCII delimiters
 /// and text) never searches the delimiter set.
 /// The tokenizers keep it as two words (unsigned long long[2]) of their own.
+/// Bit 0 (NUL, which ends a set and so is never in one) records instead
+/// whether the set holds characters beyond ASCII.
 struct AsciiSet {
   unsigned long long* bits;
 
   void Clear() const { bits[0] = bits[1] = 0; }
   void Add(unsigned int c) const { bits[c >> 6] |= 1ULL << (c & 63); }
+  void MarkBeyondAscii() const { bits[0] |= 1; }
   bool Has(unsigned int c) const { return (bits[c >> 6] >> (c & 63)) & 1; }
+  /// Whether every delimiter is ASCII. No unit of a UTF-8 or UTF-16
+  /// character beyond ASCII is below 0x80, so the text can then be walked
+  /// unit by unit.
+  bool AsciiOnly() const { return (bits[0] & 1) == 0; }
+};
+
+/// The set's two words held in registers while a loop walks the text (a
+/// char text may alias the words, so the compiler would reload them at
+/// every character).
+struct AsciiLookup {
+  explicit AsciiLookup(AsciiSet set) : low(set.bits[0]), high(set.bits[1]) {}
+  bool Has(unsigned int c) const { return ((c < 64 ? low >> c : high >> (c - 64)) & 1) != 0; }
+  /// The delimiter when the set holds exactly one (the usual case, walked
+  /// with a plain compare); -1 otherwise.
+  int Single() const {
+    if (high == 0 && low != 0 && (low & (low - 1)) == 0) return __builtin_ctzll(low);
+    if (low == 0 && high != 0 && (high & (high - 1)) == 0) return 64 + __builtin_ctzll(high);
+    return -1;
+  }
+  unsigned long long low;
+  unsigned long long high;
 };
 
 struct NarrowTokenizerTraits {
@@ -35,6 +59,11 @@ struct NarrowTokenizerTraits {
   static unsigned int Unit(Ch c) { return static_cast<unsigned char>(c); }
   static unsigned int Length(const Ch* text) {
     return static_cast<unsigned int>(std::strlen(text));
+  }
+  /// First unit c at or after pos, else length.
+  static unsigned int FindUnit(const Ch* text, unsigned int pos, unsigned int length, Ch c) {
+    const void* hit = std::memchr(text + pos, c, length - pos);
+    return hit ? static_cast<unsigned int>(static_cast<const Ch*>(hit) - text) : length;
   }
   /// Units of the character at text + pos (a NUL-terminated text).
   static unsigned int CharLength(const Ch* text, unsigned int pos) {
@@ -59,6 +88,10 @@ struct WideTokenizerTraits {
   static bool IsAscii(Ch c) { return c < 0x80; }
   static unsigned int Unit(Ch c) { return c; }
   static unsigned int Length(const Ch* text) { return platform::Utf16Length(text); }
+  static unsigned int FindUnit(const Ch* text, unsigned int pos, unsigned int length, Ch c) {
+    while (pos < length && text[pos] != c) ++pos;
+    return pos;
+  }
   static unsigned int CharLength(const Ch*, unsigned int) { return 1; }
   static bool InSet(const Ch* set, const Ch* c, unsigned int) {
     return platform::Utf16FindChar(set, *c) != nullptr;
@@ -89,7 +122,11 @@ struct TokenizerBody {
     set = delimiters;
     ascii.Clear();
     for (const Ch* p = delimiters; *p; ++p) {
-      if (Traits::IsAscii(*p)) ascii.Add(Traits::Unit(*p));
+      if (Traits::IsAscii(*p)) {
+        ascii.Add(Traits::Unit(*p));
+      } else {
+        ascii.MarkBeyondAscii();
+      }
     }
   }
 
@@ -104,6 +141,17 @@ struct TokenizerBody {
 
   static unsigned int SkipDelimiters(const Ch* text, unsigned int pos, unsigned int length,
                                      const Ch* set, AsciiSet ascii) {
+    if (ascii.AsciiOnly()) {
+      AsciiLookup lookup(ascii);
+      int single = lookup.Single();
+      if (single >= 0) {
+        while (pos < length && text[pos] == static_cast<Ch>(single)) ++pos;
+        return pos;
+      }
+      while (pos < length && Traits::IsAscii(text[pos]) && lookup.Has(Traits::Unit(text[pos])))
+        ++pos;
+      return pos;
+    }
     while (pos < length) {
       unsigned int n = DelimiterAt(text, pos, set, ascii);
       if (n == 0) break;
@@ -114,6 +162,14 @@ struct TokenizerBody {
 
   static unsigned int SkipToken(const Ch* text, unsigned int pos, unsigned int length,
                                 const Ch* set, AsciiSet ascii) {
+    if (ascii.AsciiOnly()) {
+      AsciiLookup lookup(ascii);
+      int single = lookup.Single();
+      if (single >= 0) return Traits::FindUnit(text, pos, length, static_cast<Ch>(single));
+      while (pos < length && !(Traits::IsAscii(text[pos]) && lookup.Has(Traits::Unit(text[pos]))))
+        ++pos;
+      return pos;
+    }
     while (pos < length && DelimiterAt(text, pos, set, ascii) == 0)
       pos += Traits::CharLength(text, pos);
     return pos;
