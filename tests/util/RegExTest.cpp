@@ -1,4 +1,7 @@
+#include <functional>
 #include <string>
+
+#include <pthread.h>
 
 #include <gtest/gtest.h>
 #include <unicode/ustring.h>
@@ -253,6 +256,38 @@ TEST(RegEx, ALiteralMatchEndsAfterTheLiteral) {
   EXPECT_EQ(2u, match.GetEndPosOfGroup(0));
   EXPECT_TRUE(CRegEx("\\+\\+").Matches(W(u"+++"), 1, 3, match));
   EXPECT_EQ(3u, match.GetEndPosOfGroup(0));
+}
+
+TEST(RegEx, LongTextsDoNotExhaustTheCallersStack) {
+  // The engine recurses for every repetition of a group: run on a 256 KB
+  // thread stack, 60 000 repetitions would need several megabytes.
+  std::string text(60000, 'a');
+  text += 'b';
+  CUnicodeString wide(text.c_str());
+  bool narrowFound = false, wideFound = false;
+  unsigned int end = 0;
+  std::function<void()> body = [&] {
+    CRegExMatch match;
+    narrowFound = CRegEx("(a)*b").Matches(text.c_str(), match);
+    end = match.GetEndPosOfGroup(1);
+    wideFound = CRegEx("(a|c)*b").Matches(static_cast<const unsigned short*>(wide), 1, 60001);
+  };
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, 256 * 1024);
+  pthread_t thread;
+  ASSERT_EQ(0, pthread_create(
+                   &thread, &attributes,
+                   [](void* f) -> void* {
+                     (*static_cast<std::function<void()>*>(f))();
+                     return nullptr;
+                   },
+                   &body));
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+  EXPECT_TRUE(narrowFound);
+  EXPECT_TRUE(wideFound);
+  EXPECT_EQ(60000u, end);
 }
 
 TEST(RegEx, AllocationFailuresLeaveNothingBehind) {

@@ -9,6 +9,7 @@
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/internal/ResourceIds.h"
+#include "vesk/platform/LargeStack.h"
 #include "vesk/platform/Throw.h"
 #include "vesk/platform/Utf16.h"
 #include "vesk/platform/Xerces.h"
@@ -105,15 +106,54 @@ void CRegEx::Compile(const unsigned short* pattern, const unsigned short* option
 
 namespace {
 
+struct EngineCall {
+  const internal::CRegExEngine* engine;
+  const XMLCh* text;
+  std::size_t start;
+  std::size_t end;
+  xercesc::Match* match;
+  bool found;
+  bool failed;
+};
+
+void CallEngine(void* argument) {
+  EngineCall* call = static_cast<EngineCall*>(argument);
+  try {
+    call->found = call->engine->matches(call->text, call->start, call->end, call->match);
+  } catch (...) {
+    call->failed = true;
+  }
+}
+
+// The engine recurses for every repetition of a group, some hundreds of
+// bytes each: a long text would overflow the caller's stack (a crash, not
+// an exception). Up to this many units times groups the caller's stack
+// serves; beyond, the match runs on a stack sized for the text.
+const std::size_t kCallerStackWork = 1024;
+const std::size_t kStackPerUnitAndGroup = 1024;
+const std::size_t kStackBase = 1024 * 1024;
+const std::size_t kStackMost = std::size_t(64) << 30;
+
 bool RunEngine(const internal::CRegExEngine* engine, const XMLCh* text, std::size_t start,
                std::size_t end, xercesc::Match* match) {
-  try {
-    bool found = engine->matches(text, start, end, match);
-    if (found) engine->RepairLiteralEnd(match);
-    return found;
-  } catch (...) {
-    VESK_THROW(kSource, CMemoryException);
+  EngineCall call{engine, text, start, end, match, false, false};
+  std::size_t units = end - start;
+  std::size_t groups = static_cast<std::size_t>(engine->GetGroupCount()) + 1;
+  if (units * groups <= kCallerStackWork) {
+    CallEngine(&call);
+  } else {
+    std::size_t stack = kStackBase;
+    if (units > (kStackMost - kStackBase) / kStackPerUnitAndGroup / groups) {
+      stack = kStackMost;
+    } else {
+      stack += units * groups * kStackPerUnitAndGroup;
+    }
+    if (!platform::RunOnLargeStack(stack, &CallEngine, &call))
+      VESK_THROW(kSource, CMemoryException);
   }
+  if (call.failed) VESK_THROW(kSource, CMemoryException);
+  if (call.found) engine->RepairLiteralEnd(match);
+  return call.found;
 }
 
 }  // namespace

@@ -29,13 +29,16 @@ class CRegExEngine;
 /// character stands for the start of that character.
 ///
 /// Cost: the engine backtracks. Nested repetitions such as (a+)*b take time
-/// exponential in the length of a text they nearly match, a repetition that
-/// holds an alternation such as (a|b)*c takes quadratic time and stack in
-/// proportion to the text (about 10 000 units take seconds; some tens of
-/// thousands can exhaust an 8 MB stack). A pattern that repeats without
-/// bound a part that can match the empty text, such as (a*)*b or (a?^)*,
-/// can send the engine into endless recursion; such patterns are refused
-/// with CRegExParseException (write (a+)*b, (a)*b and the like instead).
+/// exponential in the length of a text they nearly match; a search that
+/// fails at every position, such as a*b over a long run of a's, takes time
+/// quadratic in the text. The engine also recurses for every repetition of
+/// a group, some hundreds of bytes of stack each: beyond about a thousand
+/// units times groups, a match runs on a stack of its own, reserved at 1 KB
+/// per unit and group (a million units of ((a)(b))*c touch about 1.6 GB).
+/// A pattern that repeats without bound a part that can match the empty
+/// text, such as (a*)*b or (a?^)*, can send the engine into endless
+/// recursion; such patterns are refused with CRegExParseException (write
+/// (a+)*b, (a)*b and the like instead).
 class VESK_API CRegEx : public vesk::base::CBase {
  public:
   /// Compiles a pattern with no options. A null or empty pattern throws

@@ -21,6 +21,8 @@ class CRegExEngine : public xercesc::RegularExpression {
   /// Whether the pattern repeats without bound a part that can match the
   /// empty text: the engine can recurse without end on such a loop.
   bool HasEmptyLoop() const;
+  /// Number of groups, the whole match (group 0) included.
+  int GetGroupCount() const { return fNoGroups; }
   /// After a successful match into record: a pattern that is one literal
   /// string is matched by the engine's string search, which ends the match
   /// the pattern's length (escapes included) after its start, past the text
