@@ -38,30 +38,80 @@ void CheckRange(std::size_t length, unsigned int start, unsigned int end) {
     VESK_THROW(kSource, CIllegalArgumentException, "Invalid start & end positons.");
 }
 
-// Compiles a UTF-16 pattern; pattern8 is the pattern as the exception
-// reports it (UTF-8).
-internal::CRegExEngine* CompileUnits(const XMLCh* pattern, const XMLCh* options,
-                                     const char* pattern8) {
-  if (!platform::EnsureXerces()) VESK_THROW(kSource, CMemoryException);
-  internal::CRegExEngine* engine = nullptr;
-  try {
-    engine = new internal::CRegExEngine(pattern, options);
-  } catch (const xercesc::XMLException& e) {
-    // The parser reports most bad patterns with a ParseException, but some
-    // (an unfinished "\p{") with an index exception of its own: the pattern
-    // is refused either way, so both are reported as what they are.
-    CString message(reinterpret_cast<const unsigned short*>(e.getMessage()));
-    VESK_THROW(kSource, CRegExParseException, pattern8, message);
-  } catch (...) {
-    VESK_THROW(kSource, CMemoryException);
+// The engine recurses once or more per nesting level of a pattern and per
+// repetition of a group in a text, some hundreds of bytes of stack each: a
+// long input would overflow the caller's stack (a crash, not an exception).
+// Work up to kCallerStackWork units (some 200 KB at most) runs on the
+// caller's stack; beyond, on a stack of its own reserved at kStackPerWork
+// bytes a unit.
+const std::size_t kCallerStackWork = 512;
+const std::size_t kStackPerWork = 1024;
+const std::size_t kStackBase = 1024 * 1024;
+const std::size_t kStackMost = std::size_t(64) << 30;
+
+// Runs body() (which lets no exception escape) with stack for work units.
+template <class Body>
+void RunSized(std::size_t work, Body& body) {
+  if (work <= kCallerStackWork) {
+    body();
+    return;
   }
-  if (engine->HasEmptyLoop()) {
-    delete engine;
+  std::size_t stack = work > (kStackMost - kStackBase) / kStackPerWork
+                          ? kStackMost
+                          : kStackBase + work * kStackPerWork;
+  if (!platform::RunOnLargeStack(
+          stack, [](void* b) { (*static_cast<Body*>(b))(); }, &body))
+    VESK_THROW(kSource, CMemoryException);
+}
+
+struct CompileCall {
+  const XMLCh* pattern;
+  const XMLCh* options;
+  internal::CRegExEngine* engine;
+  bool emptyLoop;
+  bool refused;
+  bool failed;
+  CString message;
+
+  void operator()() {
+    try {
+      engine = new internal::CRegExEngine(pattern, options);
+      emptyLoop = engine->HasEmptyLoop();
+      if (emptyLoop) {
+        delete engine;
+        engine = nullptr;
+      }
+    } catch (const xercesc::XMLException& e) {
+      // The parser reports most bad patterns with a ParseException, but some
+      // (an unfinished "\p{") with an index exception of its own: the
+      // pattern is refused either way.
+      refused = true;
+      try {
+        message = reinterpret_cast<const unsigned short*>(e.getMessage());
+      } catch (...) {
+        failed = true;
+      }
+    } catch (...) {
+      failed = true;
+    }
+  }
+};
+
+// Compiles a UTF-16 pattern of length units; pattern8 is the pattern as the
+// exception reports it (UTF-8).
+internal::CRegExEngine* CompileUnits(const XMLCh* pattern, std::size_t length,
+                                     const XMLCh* options, const char* pattern8) {
+  if (!platform::EnsureXerces()) VESK_THROW(kSource, CMemoryException);
+  CompileCall call{pattern, options, nullptr, false, false, false, CString()};
+  RunSized(length, call);
+  if (call.failed) VESK_THROW(kSource, CMemoryException);
+  if (call.refused) VESK_THROW(kSource, CRegExParseException, pattern8, call.message);
+  if (call.emptyLoop) {
     CString message;
     LoadResourceString(IDS_REGEX_EMPTY_LOOP, message);
     VESK_THROW(kSource, CRegExParseException, pattern8, message);
   }
-  return engine;
+  return call.engine;
 }
 
 }  // namespace
@@ -90,15 +140,16 @@ void CRegEx::Compile(const char* pattern, const char* options) {
   internal::CWideText pattern16(pattern, std::strlen(pattern), kSource);
   if (options) {
     internal::CWideText options16(options, std::strlen(options), kSource);
-    m_expression = CompileUnits(pattern16.Get(), options16.Get(), pattern);
+    m_expression = CompileUnits(pattern16.Get(), pattern16.GetLength(), options16.Get(), pattern);
   } else {
-    m_expression = CompileUnits(pattern16.Get(), nullptr, pattern);
+    m_expression = CompileUnits(pattern16.Get(), pattern16.GetLength(), nullptr, pattern);
   }
 }
 
 void CRegEx::Compile(const unsigned short* pattern, const unsigned short* options) {
   CString pattern8(pattern);
   m_expression = CompileUnits(reinterpret_cast<const XMLCh*>(pattern),
+                              platform::Utf16Length(pattern),
                               reinterpret_cast<const XMLCh*>(options), pattern8);
 }
 
@@ -114,43 +165,23 @@ struct EngineCall {
   xercesc::Match* match;
   bool found;
   bool failed;
-};
 
-void CallEngine(void* argument) {
-  EngineCall* call = static_cast<EngineCall*>(argument);
-  try {
-    call->found = call->engine->matches(call->text, call->start, call->end, call->match);
-  } catch (...) {
-    call->failed = true;
+  void operator()() {
+    try {
+      found = engine->matches(text, start, end, match);
+    } catch (...) {
+      failed = true;
+    }
   }
-}
-
-// The engine recurses for every repetition of a group, some hundreds of
-// bytes each: a long text would overflow the caller's stack (a crash, not
-// an exception). Up to this many units times groups the caller's stack
-// serves; beyond, the match runs on a stack sized for the text.
-const std::size_t kCallerStackWork = 1024;
-const std::size_t kStackPerUnitAndGroup = 1024;
-const std::size_t kStackBase = 1024 * 1024;
-const std::size_t kStackMost = std::size_t(64) << 30;
+};
 
 bool RunEngine(const internal::CRegExEngine* engine, const XMLCh* text, std::size_t start,
                std::size_t end, xercesc::Match* match) {
   EngineCall call{engine, text, start, end, match, false, false};
-  std::size_t units = end - start;
+  // The engine recurses for every repetition of a group.
   std::size_t groups = static_cast<std::size_t>(engine->GetGroupCount()) + 1;
-  if (units * groups <= kCallerStackWork) {
-    CallEngine(&call);
-  } else {
-    std::size_t stack = kStackBase;
-    if (units > (kStackMost - kStackBase) / kStackPerUnitAndGroup / groups) {
-      stack = kStackMost;
-    } else {
-      stack += units * groups * kStackPerUnitAndGroup;
-    }
-    if (!platform::RunOnLargeStack(stack, &CallEngine, &call))
-      VESK_THROW(kSource, CMemoryException);
-  }
+  std::size_t units = end - start;
+  RunSized(units > kStackMost / groups ? kStackMost : units * groups, call);
   if (call.failed) VESK_THROW(kSource, CMemoryException);
   if (call.found) engine->RepairLiteralEnd(match);
   return call.found;
