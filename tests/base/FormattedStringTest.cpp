@@ -34,8 +34,6 @@ TEST(FormattedString, LongResultsComeOutWhole) {
     Units units(text.begin(), text.end());
     CFormattedUnicodeString wide(W(u"%s"), units.c_str());
     EXPECT_EQ(units, Units(wide, wide.GetString().GetLength()));
-    CFormattedUnicodeString mixed(W(u"%hs"), text.c_str());
-    EXPECT_EQ(units, Units(mixed, mixed.GetString().GetLength()));
   }
 }
 
