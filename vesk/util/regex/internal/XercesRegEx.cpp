@@ -60,13 +60,23 @@ void CRegExEngine::RepairLiteralEnd(xercesc::Match* record) const {
 
 CWideText::CWideText(const char* text, std::size_t bytes, const char* source)
     : m_text(m_small), m_length(0), m_bytes(bytes) {
-  std::size_t units = platform::Utf8ToUtf16(text, static_cast<int>(bytes), nullptr, 0);
-  if (units >= sizeof(m_small) / sizeof(m_small[0])) {
-    m_text = static_cast<XMLCh*>(platform::Alloc((units + 1) * sizeof(XMLCh)));
+  // No character takes more UTF-16 units than UTF-8 bytes, so the bytes size
+  // the block and one pass converts.
+  if (bytes >= sizeof(m_small) / sizeof(m_small[0])) {
+    m_text = static_cast<XMLCh*>(platform::Alloc((bytes + 1) * sizeof(XMLCh)));
     if (!m_text) VESK_THROW(source, vesk::base::CMemoryException);
   }
-  m_length = platform::Utf8ToUtf16(text, static_cast<int>(bytes),
-                                   reinterpret_cast<unsigned short*>(m_text), units);
+  std::size_t ascii = 0;
+  while (ascii < bytes && static_cast<unsigned char>(text[ascii]) < 0x80) {
+    m_text[ascii] = static_cast<unsigned char>(text[ascii]);
+    ++ascii;
+  }
+  m_length = ascii;
+  if (ascii < bytes) {
+    m_length += platform::Utf8ToUtf16(text + ascii, static_cast<int>(bytes - ascii),
+                                      reinterpret_cast<unsigned short*>(m_text + ascii),
+                                      bytes - ascii);
+  }
   m_text[m_length] = 0;
 }
 
