@@ -84,30 +84,33 @@ CWideText::~CWideText() {
   if (m_text != m_small) platform::Free(m_text);
 }
 
-std::size_t UnitOffset(const char* text, std::size_t length, std::size_t offset) {
-  std::size_t pos = 0;
+namespace {
+
+// Walks whole characters from the start of a UTF-8 text of length bytes
+// while neither count passes its limit; answers the bytes or the units
+// walked.
+std::size_t Walk(const char* text, std::size_t length, std::size_t byteLimit,
+                 std::size_t unitLimit, bool answerBytes) {
+  std::size_t bytes = 0;
   std::size_t units = 0;
-  while (pos < offset && pos < length) {
+  while (bytes < length) {
     unsigned int n;
-    unsigned int bytes = StepChar(text + pos, length - pos, &n);
-    if (pos + bytes > offset) break;
-    pos += bytes;
+    unsigned int step = StepChar(text + bytes, length - bytes, &n);
+    if (bytes + step > byteLimit || units + n > unitLimit) break;
+    bytes += step;
     units += n;
   }
-  return units;
+  return answerBytes ? bytes : units;
+}
+
+}  // namespace
+
+std::size_t UnitOffset(const char* text, std::size_t length, std::size_t offset) {
+  return Walk(text, length, offset, static_cast<std::size_t>(-1), false);
 }
 
 std::size_t ByteOffset(const char* text, std::size_t length, std::size_t units) {
-  std::size_t pos = 0;
-  std::size_t done = 0;
-  while (done < units && pos < length) {
-    unsigned int n;
-    unsigned int bytes = StepChar(text + pos, length - pos, &n);
-    if (done + n > units) break;
-    pos += bytes;
-    done += n;
-  }
-  return pos;
+  return Walk(text, length, static_cast<std::size_t>(-1), units, true);
 }
 
 }  // namespace internal
