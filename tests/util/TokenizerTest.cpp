@@ -90,17 +90,6 @@ TEST(Tokenizer, NewDelimitersStayAndTheConstHasMoreTokensMovesThePosition) {
   EXPECT_EQ(" b", Narrow(w.GetNextToken(CUnicodeString(";"))));
 }
 
-TEST(Tokenizer, CopiesKeepTheirOwnPosition) {
-  CStringTokenizer t("a,b,c", ",", false);
-  t.GetNextToken();
-  CStringTokenizer copy(t);
-  EXPECT_EQ("b", Narrow(copy.GetNextToken()));
-  EXPECT_EQ("c", Narrow(copy.GetNextToken()));
-  EXPECT_EQ("b", Narrow(t.GetNextToken()));
-  t = copy;
-  EXPECT_FALSE(t.HasMoreTokens());
-}
-
 TEST(Tokenizer, RefusedArgumentsNameTheTextFirst) {
   const char* narrow = "vesk/util/StringTokenizer";
   const char* wide = "vesk/util/UnicodeStringTokenizer";
