@@ -12,6 +12,13 @@
 #include "vesk/platform/Utf16.h"
 #include "vesk/util/NoSuchElementException.h"
 
+// The walks sit on every token's path: inlined into the calls that use them.
+#if defined(__GNUC__)
+#define VESK_TOKENIZER_INLINE __attribute__((always_inline)) inline
+#else
+#define VESK_TOKENIZER_INLINE inline
+#endif
+
 namespace vesk {
 namespace util {
 namespace internal {
@@ -139,7 +146,7 @@ struct TokenizerBody {
     return Traits::InSet(set, text + pos, n) ? n : 0;
   }
 
-  static unsigned int SkipDelimiters(const Ch* text, unsigned int pos, unsigned int length,
+  VESK_TOKENIZER_INLINE static unsigned int SkipDelimiters(const Ch* text, unsigned int pos, unsigned int length,
                                      const Ch* set, AsciiSet ascii) {
     if (ascii.AsciiOnly()) {
       AsciiLookup lookup(ascii);
@@ -160,7 +167,7 @@ struct TokenizerBody {
     return pos;
   }
 
-  static unsigned int SkipToken(const Ch* text, unsigned int pos, unsigned int length,
+  VESK_TOKENIZER_INLINE static unsigned int SkipToken(const Ch* text, unsigned int pos, unsigned int length,
                                 const Ch* set, AsciiSet ascii) {
     if (ascii.AsciiOnly()) {
       AsciiLookup lookup(ascii);
