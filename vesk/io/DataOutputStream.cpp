@@ -23,11 +23,6 @@ VESK_IMPLEMENT_CLASS(CDataOutputStream, CDataOutputStream, "vesk::io::CDataOutpu
 namespace {
 const char kSource[] = "vesk/io/DataOutputStream";
 
-inline void PutBig16(char* out, unsigned int v) {
-  out[0] = static_cast<char>(v >> 8);
-  out[1] = static_cast<char>(v);
-}
-
 inline void PutBig32(char* out, unsigned int v) {
   out[0] = static_cast<char>(v >> 24);
   out[1] = static_cast<char>(v >> 16);
