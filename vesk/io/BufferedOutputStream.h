@@ -53,7 +53,11 @@ class VESK_API CBufferedOutputStream : public COutputStream {
  protected:
   /// Hands the buffered bytes to the wrapped stream.
   void FlushBuffer();
+  /// Write(buffer, offset, length) without the open check: buffers the bytes,
+  /// handing the buffer on whenever it fills (a block of the buffer's size or
+  /// more goes straight through).
   void InternalWrite(const char* buffer, unsigned int offset, unsigned int length);
+  /// Marks the decorator closed and closes the wrapped stream.
   void InternalClose();
 
  private:

@@ -42,7 +42,11 @@ class VESK_API CBufferedWriter : public CWriter {
  protected:
   /// Hands the buffered units to the wrapped writer.
   void FlushBuffer();
+  /// Write(chars, offset, length) without the open check: buffers the units,
+  /// handing the buffer on whenever it fills (a block of the buffer's size or
+  /// more goes straight through).
   void InternalWrite(const unsigned short* chars, unsigned int offset, unsigned int length);
+  /// Marks the decorator closed and closes the wrapped writer.
   void InternalClose();
 
  private:

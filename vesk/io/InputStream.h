@@ -34,6 +34,7 @@ class VESK_API CInputStream : public vesk::base::CObject {
   virtual int Skip(unsigned int count);
   /// Rewinds to the start (or to a decorator's mark).
   virtual void Reset() = 0;
+  /// Releases what the stream holds; later calls fail.
   virtual void Close() = 0;
 
  protected:

@@ -16,9 +16,11 @@ namespace io {
 class VESK_API CJavaDataInputStream : public CDataInputStream {
   VESK_DECLARE_CLASS(CJavaDataInputStream);
 
+  ///@{
   /// Same contract as CDataInputStream's constructors.
   explicit CJavaDataInputStream(const vesk::base::CRef<CInputStream>& stream);
   explicit CJavaDataInputStream(CInputStream* stream);
+  ///@}
   ~CJavaDataInputStream() override;
 
   vesk::base::CUnicodeString ReadString() override;

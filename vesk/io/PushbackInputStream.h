@@ -45,6 +45,9 @@ class VESK_API CPushbackInputStream : public CInputStream {
   /// Gives bytes back so that buffer[0] is read first. CIOException when
   /// length exceeds the room left; a null buffer gives nothing back.
   void Unread(const char* buffer, unsigned int length);
+  /// Gives back length bytes from buffer + offset, so that buffer[offset] is
+  /// read first. CIOException "Pushback buffer is full." when length exceeds
+  /// the room left.
   void Unread(const char* buffer, unsigned int offset, unsigned int length);
 
  private:

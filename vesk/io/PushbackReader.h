@@ -43,6 +43,9 @@ class VESK_API CPushbackReader : public CReader {
   /// Gives units back so that chars[0] is read first. CIOException when
   /// length exceeds the room left; a null source gives nothing back.
   void Unread(const unsigned short* chars, unsigned int length);
+  /// Gives back length units from chars + offset, so that chars[offset] is
+  /// read first. CIOException "Pushback buffer is full." when length exceeds
+  /// the room left.
   void Unread(const unsigned short* chars, unsigned int offset, unsigned int length);
 
  private:

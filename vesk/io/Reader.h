@@ -29,7 +29,9 @@ class VESK_API CReader : public vesk::base::CObject {
   /// Default: reads up to count units one by one and returns how many were
   /// NOT skipped (0 when all were).
   virtual int Skip(unsigned int count);
+  /// Rewinds to the start (or to a decorator's mark).
   virtual void Reset() = 0;
+  /// Releases what the reader holds; later calls fail.
   virtual void Close() = 0;
 
  protected:

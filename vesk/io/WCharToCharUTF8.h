@@ -25,7 +25,9 @@ class VESK_API CWCharToCharUTF8 : public CWCharToCharConverter {
 
   /// A converter named "UTF-8" with nothing pending.
   CWCharToCharUTF8();
+  /// Copies the name and any pending high surrogate.
   CWCharToCharUTF8(const CWCharToCharUTF8& other);
+  /// Copies the name and any pending high surrogate.
   CWCharToCharUTF8& operator=(const CWCharToCharUTF8& other);
   ~CWCharToCharUTF8() override;
 

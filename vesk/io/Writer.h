@@ -32,7 +32,9 @@ class VESK_API CWriter : public vesk::base::CObject {
   virtual void Write(const unsigned short* chars);
   /// One unit.
   virtual void Write(unsigned short ch);
+  /// Passes what is buffered on to the destination.
   virtual void Flush() = 0;
+  /// Flushes and releases the destination; later writes fail.
   virtual void Close() = 0;
 
  protected:
