@@ -33,6 +33,7 @@ class CEnumeration {
   /// at once when the handle cannot be allocated).
   explicit CEnumeration(IEnumeration<T>* enumeration) : m_enumeration(enumeration) {}
 
+  /// Whether GetNextElement has another element; false for an empty handle.
   bool HasMoreElements() const {
     return !m_enumeration.IsNull() && m_enumeration.Get()->HasMoreElements();
   }
