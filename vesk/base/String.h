@@ -49,6 +49,7 @@ class VESK_API CString {
   CString(const CString& other) : m_pchData(nullptr) { Share(other); }
   /// A copy of the text of a handle string.
   CString(const CStringH& other);
+  /// Releases this string's share of the buffer; the last one frees it.
   ~CString() {
     if (m_pchData) ReleaseBuffer();
   }

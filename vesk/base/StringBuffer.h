@@ -24,6 +24,7 @@ class VESK_API CStringBuffer {
   explicit CStringBuffer(unsigned int growthStep = 8);
   /// A copy of the text and the growth step of other.
   CStringBuffer(const CStringBuffer& other);
+  /// Frees the array.
   ~CStringBuffer();
 
   /// Replaces the text by a copy of other's; the growth step stays.

@@ -55,6 +55,7 @@ class VESK_API CUnicodeString {
   CUnicodeString(const unsigned short* text, unsigned int count);
   /// Shares the buffer of other (nothing is copied).
   CUnicodeString(const CUnicodeString& other);
+  /// Releases this string's share of the buffer; the last one frees it.
   ~CUnicodeString();
 
   /// Shares the buffer of other; self-assignment does nothing.

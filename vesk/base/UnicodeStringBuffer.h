@@ -25,6 +25,7 @@ class VESK_API CUnicodeStringBuffer {
   explicit CUnicodeStringBuffer(unsigned int growthStep = 8);
   /// A copy of the text and the growth step of other.
   CUnicodeStringBuffer(const CUnicodeStringBuffer& other);
+  /// Frees the array.
   ~CUnicodeStringBuffer();
 
   /// Replaces the text by a copy of other's; the growth step stays.
