@@ -24,6 +24,8 @@ class VESK_API CBufferedOutputStream : public COutputStream {
   CBufferedOutputStream(COutputStream* stream, unsigned int size);
   /// Shares stream; otherwise as above.
   CBufferedOutputStream(const vesk::base::CRef<COutputStream>& stream, unsigned int size);
+  /// Frees the buffer without writing it out and without closing the wrapped
+  /// stream: Flush or Close first, or buffered bytes are lost.
   ~CBufferedOutputStream() override;
 
   /// Nothing for a null buffer; a range whose end wraps past 2^32 writes

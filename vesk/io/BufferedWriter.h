@@ -22,6 +22,8 @@ class VESK_API CBufferedWriter : public CWriter {
   CBufferedWriter(CWriter* writer, unsigned int size);
   /// Shares writer; otherwise as above.
   CBufferedWriter(const vesk::base::CRef<CWriter>& writer, unsigned int size);
+  /// Frees the buffer without writing it out and without closing the wrapped
+  /// writer: Flush or Close first, or buffered units are lost.
   ~CBufferedWriter() override;
 
   void Write(const vesk::base::CUnicodeString& text, unsigned int offset,

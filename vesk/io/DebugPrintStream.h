@@ -20,6 +20,7 @@ class VESK_API CDebugPrintStream : public CPrintStream {
 
   /// Open until Close.
   CDebugPrintStream();
+  /// Nothing to release.
   ~CDebugPrintStream() override;
 
   /// Always throw CIOException: "Unsupported on class CDebugPrintStream."

@@ -17,6 +17,7 @@ class VESK_API CInputStream : public vesk::base::CObject {
   /// What Read() returns at the end of the data.
   static constexpr int EOS = 0xFFFF;
 
+  /// Virtual: streams are deleted through the contract. Closes nothing.
   ~CInputStream() override;
 
   /// Bytes that can be read without blocking.
@@ -38,6 +39,7 @@ class VESK_API CInputStream : public vesk::base::CObject {
   virtual void Close() = 0;
 
  protected:
+  /// Only implementations are built.
   CInputStream() {}
 };
 

@@ -21,6 +21,7 @@ class VESK_API CJavaDataInputStream : public CDataInputStream {
   explicit CJavaDataInputStream(const vesk::base::CRef<CInputStream>& stream);
   explicit CJavaDataInputStream(CInputStream* stream);
   ///@}
+  /// As CDataInputStream's: does not close the wrapped stream.
   ~CJavaDataInputStream() override;
 
   vesk::base::CUnicodeString ReadString() override;

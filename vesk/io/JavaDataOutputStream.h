@@ -22,6 +22,7 @@ class VESK_API CJavaDataOutputStream : public CDataOutputStream {
   explicit CJavaDataOutputStream(const vesk::base::CRef<COutputStream>& stream);
   explicit CJavaDataOutputStream(COutputStream* stream);
   ///@}
+  /// As CDataOutputStream's: neither flushes nor closes.
   ~CJavaDataOutputStream() override;
 
   /// Throws CIOException "The specified string is too long." before writing

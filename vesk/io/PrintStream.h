@@ -22,6 +22,7 @@ class VESK_API CPrintStream : public COutputStream {
   CPrintStream(COutputStream* stream, bool autoFlush);
   /// Shares stream. Throws CIllegalArgumentException for an empty handle.
   CPrintStream(const vesk::base::CRef<COutputStream>& stream, bool autoFlush);
+  /// Neither flushes nor closes the wrapped stream.
   ~CPrintStream() override;
 
   /// Forwarded to the wrapped stream; "Stream closed." once closed.

@@ -37,6 +37,7 @@ class VESK_API CPrintWriter : public CWriter {
   /// above.
   explicit CPrintWriter(const vesk::base::CRef<CWriter>& writer, bool autoFlush = false,
                         const unsigned short* endOfLine = nullptr);
+  /// Neither flushes nor closes the wrapped writer.
   ~CPrintWriter() override;
 
   // Every write and Flush throws CIOException "Writer closed." after Close

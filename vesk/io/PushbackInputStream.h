@@ -22,6 +22,7 @@ class VESK_API CPushbackInputStream : public CInputStream {
   CPushbackInputStream(CInputStream* stream, unsigned int size);
   /// Shares stream; otherwise as above.
   CPushbackInputStream(const vesk::base::CRef<CInputStream>& stream, unsigned int size);
+  /// Frees the pushback buffer; does not close the wrapped stream.
   ~CPushbackInputStream() override;
 
   /// The wrapped stream's count plus the bytes given back.

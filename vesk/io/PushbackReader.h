@@ -22,6 +22,7 @@ class VESK_API CPushbackReader : public CReader {
   CPushbackReader(CReader* reader, unsigned int size);
   /// Shares reader; otherwise as above.
   CPushbackReader(const vesk::base::CRef<CReader>& reader, unsigned int size);
+  /// Frees the pushback buffer; does not close the wrapped reader.
   ~CPushbackReader() override;
 
   /// Units given back first, then the wrapped reader; when that is at its

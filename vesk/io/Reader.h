@@ -17,6 +17,7 @@ class VESK_API CReader : public vesk::base::CObject {
   /// What Read() returns at the end of the data.
   static constexpr int EOS = 0xFFFFF;
 
+  /// Virtual: readers are deleted through the contract. Closes nothing.
   ~CReader() override;
 
   /// Stores up to length units at buffer + offset; the count, or -1 at the
@@ -35,6 +36,7 @@ class VESK_API CReader : public vesk::base::CObject {
   virtual void Close() = 0;
 
  protected:
+  /// Only implementations are built.
   CReader() {}
 };
 

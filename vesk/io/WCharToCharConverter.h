@@ -18,6 +18,7 @@ namespace io {
 class VESK_API CWCharToCharConverter : public vesk::base::CObject {
   VESK_DECLARE_CLASS(CWCharToCharConverter);
 
+  /// Nothing to release but the name.
   ~CWCharToCharConverter() override;
 
   /// Encodes units[offset .. offset + length) into

@@ -29,6 +29,7 @@ class VESK_API CWCharToCharUTF8 : public CWCharToCharConverter {
   CWCharToCharUTF8(const CWCharToCharUTF8& other);
   /// Copies the name and any pending high surrogate.
   CWCharToCharUTF8& operator=(const CWCharToCharUTF8& other);
+  /// Nothing to release but the name.
   ~CWCharToCharUTF8() override;
 
   int Convert(const unsigned short* units, unsigned int offset, unsigned int length, char* bytes,

@@ -16,6 +16,8 @@ namespace io {
 class VESK_API CWriter : public vesk::base::CObject {
   VESK_DECLARE_CLASS(CWriter);
 
+  /// Virtual: writers are deleted through the contract. Flushes and closes
+  /// nothing.
   ~CWriter() override;
 
   /// Writes text[offset .. offset + length), the length clamped to the text;
@@ -38,6 +40,7 @@ class VESK_API CWriter : public vesk::base::CObject {
   virtual void Close() = 0;
 
  protected:
+  /// Only implementations are built.
   CWriter() {}
 };
 
