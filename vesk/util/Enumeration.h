@@ -15,6 +15,7 @@ namespace util {
 template <class T>
 class IEnumeration : public vesk::base::CBase {
  public:
+  /// Virtual: enumerations are deleted through the interface.
   virtual ~IEnumeration() {}
   /// Whether GetNextElement has another element to return.
   virtual bool HasMoreElements() const = 0;

@@ -23,6 +23,7 @@ class VESK_API CObjectVector : public vesk::base::CBase {
   /// Deletes the current elements, then clones other's, as the copy
   /// constructor does; the growth step is copied too.
   CObjectVector& operator=(const CObjectVector& other);
+  /// Deletes every element and frees the array.
   ~CObjectVector();
 
   /// Number of elements.

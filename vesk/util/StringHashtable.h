@@ -37,7 +37,9 @@ struct CStringHashTraits {
     explicit CKey(const vesk::base::CString& text) { Fill(text, text.GetLength()); }
     /// Copies length bytes of text into the bytes after this header.
     explicit CKey(const CText& text) { Fill(text.text, text.length); }
+    /// Not copyable: a key lives in its node's block.
     CKey(const CKey&) = delete;
+    /// Not assignable: a key lives in its node's block.
     CKey& operator=(const CKey&) = delete;
 
     /// Length of the text in bytes.

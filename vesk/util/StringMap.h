@@ -51,6 +51,7 @@ class VESK_API CStringMap : public vesk::base::CBase {
   CStringMap(const CStringMap& other);
   /// Replaces the contents by a copy of other's; on failure nothing changes.
   CStringMap& operator=(const CStringMap& other);
+  /// Releases both arrays.
   ~CStringMap();
 
   /// Whether keys compare case sensitively.

@@ -20,6 +20,7 @@ class VESK_API CStringSet : public vesk::base::CBase {
   CStringSet(const CStringSet& other);
   /// Replaces the contents by a copy of other's.
   CStringSet& operator=(const CStringSet& other);
+  /// Frees the table.
   ~CStringSet();
 
   /// Adds key; a key already present leaves the set unchanged.

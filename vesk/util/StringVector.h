@@ -21,6 +21,7 @@ class VESK_API CStringVector : public vesk::base::CBase {
   CStringVector(const CStringVector& other);
   /// Replaces the contents by a copy of other's; on failure nothing changes.
   CStringVector& operator=(const CStringVector& other);
+  /// Destroys the strings and frees the array.
   ~CStringVector();
 
   /// Number of elements.

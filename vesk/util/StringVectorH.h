@@ -27,6 +27,7 @@ class VESK_API CStringVectorH : public vesk::base::CBase {
   CStringVectorH(const CStringVectorH& other);
   /// Replaces the contents by a copy of other's; on failure nothing changes.
   CStringVectorH& operator=(const CStringVectorH& other);
+  /// Releases both buffers.
   ~CStringVectorH();
 
   /// Number of strings.

@@ -51,6 +51,7 @@ class VESK_API CUnicodeStringMap : public vesk::base::CBase {
   CUnicodeStringMap(const CUnicodeStringMap& other);
   /// Replaces the contents by a copy of other's; on failure nothing changes.
   CUnicodeStringMap& operator=(const CUnicodeStringMap& other);
+  /// Releases both arrays.
   ~CUnicodeStringMap();
 
   /// Whether keys compare case sensitively.

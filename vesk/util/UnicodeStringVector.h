@@ -21,6 +21,7 @@ class VESK_API CUnicodeStringVector : public vesk::base::CBase {
   CUnicodeStringVector(const CUnicodeStringVector& other);
   /// Replaces the contents by a copy of other's; on failure nothing changes.
   CUnicodeStringVector& operator=(const CUnicodeStringVector& other);
+  /// Destroys the strings and frees the array.
   ~CUnicodeStringVector();
 
   /// Number of elements.
