@@ -8,10 +8,10 @@
 
 /// Declares the static descriptor m_class<Name> of a class and its GetClass
 /// override. Put it in the public part of the class body.
-#define VESK_DECLARE_CLASS(Name)                                   \
- public:                                                           \
+#define VESK_DECLARE_CLASS(Name)                                     \
+ public:                                                             \
   /** The descriptor of this class, for IsInstanceOf and lookups. */ \
-  static ::vesk::base::CClass m_class##Name;                       \
+  static ::vesk::base::CClass m_class##Name;                         \
   const ::vesk::base::CClass* GetClass() const override
 
 /// Defines the descriptor of Qualified (the class as written in code) with
