@@ -21,7 +21,7 @@ class VESK_API CClass {
   typedef CObject* (*Constructor)();
 
   /// Keeps the names as given (string literals, not copied) and registers the
-  /// descriptor. Unused base names are null.
+  /// descriptor. Pass null for unused base names.
   CClass(const char* qualifiedName, const char* baseName1, const char* baseName2,
          const char* baseName3, unsigned int size, Constructor constructor);
   /// Unregisters the descriptor.

@@ -17,7 +17,7 @@ class CString;
 
 /// Root of the exception tree. An exception carries its throw site (source
 /// file and line), a fixed description chosen there and an optional message
-/// it owns. Library code throws with VESK_THROW, which fills in the site.
+/// it owns. Every throw passes its own source file and line.
 class VESK_API CException : public CObject {
   VESK_DECLARE_CLASS(CException);
 

@@ -14,7 +14,7 @@ namespace io {
 /// existing logs are read with them: Print(unsigned int) prints the letters
 /// "lu", and Print(double) prints the low 32 bits of the double's bit
 /// pattern as a signed integer. Their Println forms print the value.
-/// After Close every call but Close throws CIOException "Stream closed.".
+/// After Close every write and print throws CIOException "Stream closed.".
 class VESK_API CDebugPrintStream : public CPrintStream {
   VESK_DECLARE_CLASS(CDebugPrintStream);
 
