@@ -22,6 +22,7 @@ class VESK_API Location {
   Location(const Location& other);
   /// Replaces the path by a copy of other's.
   Location& operator=(const Location& other);
+  /// Frees the path.
   ~Location();
 
   /// The path as zero-terminated UTF-8; never null.

@@ -26,13 +26,18 @@ class VESK_API CBinaryData : public CBase {
   /// Copies length bytes from data. Throws CIllegalArgumentException
   /// "Invalid binary data." for null data.
   CBinaryData(const char* data, unsigned int length);
+  /// Deep copy of other's bytes.
   CBinaryData(const CBinaryData& other);
+  /// Replaces the contents by a deep copy of other's bytes.
   CBinaryData& operator=(const CBinaryData& other);
+  /// Frees the block.
   ~CBinaryData();
 
+  ///@{
   /// The block (null when empty).
   char* GetData() { return m_data; }
   const char* GetData() const { return m_data; }
+  ///@}
   /// Length in bytes.
   unsigned int GetDataLength() const { return m_length; }
 
@@ -42,6 +47,7 @@ class VESK_API CBinaryData : public CBase {
 
   /// Same length and same bytes.
   bool operator==(const CBinaryData& other) const;
+  /// Differs in length or in a byte.
   bool operator!=(const CBinaryData& other) const { return !(*this == other); }
   /// Shorter is less; equal lengths compare as unsigned bytes. <0, 0 or >0.
   int Compare(const CBinaryData& other) const;
@@ -50,25 +56,32 @@ class VESK_API CBinaryData : public CBase {
   void FromBinHexString(const char* text);
   /// Replaces the contents by length characters of binhex text.
   void FromBinHexString(const char* text, unsigned int length);
+  ///@{
   /// 16-bit twins of FromBinHexString.
   void FromBinHexUnicodeString(const unsigned short* text);
   void FromBinHexUnicodeString(const unsigned short* text, unsigned int length);
+  ///@}
 
+  ///@{
   /// Binhex text of the contents (empty for an empty object).
   void ToBinHexString(CString& out) const;
   CString ToBinHexString() const;
   void ToBinHexUnicodeString(CUnicodeString& out) const;
   CUnicodeString ToBinHexUnicodeString() const;
+  ///@}
 
   // --- Base64 ------------------------------------------------------------
 
+  ///@{
   /// Base64 text of length bytes at data, with padding and without line
   /// breaks. Null data throws CIllegalArgumentException "Illegal data pointer.".
   static void ToBase64String(const char* data, unsigned int length, CString& out);
   static CString ToBase64String(const char* data, unsigned int length);
   static void ToBase64UnicodeString(const char* data, unsigned int length, CUnicodeString& out);
   static CUnicodeString ToBase64UnicodeString(const char* data, unsigned int length);
+  ///@}
 
+  ///@{
   /// Decodes Base64 text into a new caller-owned block. The reported length
   /// is the number of four-character groups in the text, whatever the
   /// padding; the block holds every decoded byte. A padded group may stand
@@ -78,16 +91,20 @@ class VESK_API CBinaryData : public CBase {
   static void ParseBase64String(const CString& text, char*& data, unsigned int& length);
   static void ParseBase64UnicodeString(const CUnicodeString& text, char*& data,
                                        unsigned int& length);
+  ///@}
 
   // --- binhex ------------------------------------------------------------
 
+  ///@{
   /// Two upper-case hex digits per byte, high nibble first. Null data throws
   /// CIllegalArgumentException "Illegal data pointer.".
   static void ToBinHexString(const char* data, unsigned int length, CString& out);
   static CString ToBinHexString(const char* data, unsigned int length);
   static void ToBinHexUnicodeString(const char* data, unsigned int length, CUnicodeString& out);
   static CUnicodeString ToBinHexUnicodeString(const char* data, unsigned int length);
+  ///@}
 
+  ///@{
   /// Decodes binhex text into a new caller-owned block of length / 2 bytes.
   /// Only 0-9 and A-F are digits. Throws CIllegalArgumentException
   /// "Invalid value buffer." for a null text and "Invalid value buffer
@@ -104,6 +121,7 @@ class VESK_API CBinaryData : public CBase {
                                        unsigned int& length);
   static void ParseBinHexUnicodeString(const unsigned short* text, unsigned int textLength,
                                        char*& data, unsigned int& length);
+  ///@}
 
  private:
   char* m_data;

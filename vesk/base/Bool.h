@@ -14,13 +14,21 @@ namespace base {
 class VESK_API CBool : public CObject {
   VESK_DECLARE_CLASS(CBool);
 
+  /// "true".
   static const char* const SZ_TRUE;
+  /// "false".
   static const char* const SZ_FALSE;
+  /// Characters in SZ_TRUE: 4.
   static constexpr unsigned int CC_TRUE = 4;
+  /// Characters in SZ_FALSE: 5.
   static constexpr unsigned int CC_FALSE = 5;
+  /// "true" in 16-bit units.
   static const unsigned short* const WSZ_TRUE;
+  /// "false" in 16-bit units.
   static const unsigned short* const WSZ_FALSE;
+  /// The published count for WSZ_TRUE: 5 (see the class note).
   static constexpr unsigned int WCC_TRUE = 5;
+  /// Characters in WSZ_FALSE: 5.
   static constexpr unsigned int WCC_FALSE = 5;
 
   /// SZ_TRUE or SZ_FALSE.

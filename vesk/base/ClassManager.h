@@ -17,10 +17,16 @@ class VESK_API CClassManager : public IClassManager {
   /// The registry; null once it has been destroyed at unload.
   static IClassManager* GetInstance();
 
+  /// An empty registry, with its name index when the index can be allocated.
+  /// Clients use GetInstance.
   CClassManager();
+  /// Drops the index; the descriptors themselves are static and stay.
   ~CClassManager() override;
 
+  /// Adds cls at the head of the list; null is ignored. The first
+  /// registration gives the name index up.
   void Register(CClass* cls) override;
+  /// Removes cls; null or a descriptor not registered here is ignored.
   void Unregister(CClass* cls) override;
   const CClass* FindClass(const char* name) override;
   CObject* CreateInstance(const char* name) override;

@@ -13,6 +13,9 @@ namespace base {
 class VESK_API CClassNotFoundException : public vesk::base::CException {
   VESK_DECLARE_CLASS(CClassNotFoundException);
 
+  /// Records the throw site, description and message as CException does, and
+  /// a copy of className (null or "" leaves it empty; a failed copy leaves it
+  /// empty too).
   CClassNotFoundException(const char* sourceFile, unsigned int sourceLine, const char* errorDescription,
       const char* message, const char* className);
   /// The class name given at the throw site (empty when none).

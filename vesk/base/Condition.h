@@ -20,6 +20,8 @@ class VESK_API CCondition : public CBase, public IWaitable {
   /// semaphores cannot be had, CSynchronizationException "Failed to create
   /// critical section." when the system refuses its section.
   explicit CCondition(ILockable_& lock);
+  /// Frees the condition's semaphores and section; the lock stays the
+  /// caller's.
   ~CCondition() override;
 
   /// Waits at most timeout milliseconds (0xFFFFFFFF: no limit): true when

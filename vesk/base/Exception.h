@@ -15,6 +15,9 @@ namespace base {
 
 class CString;
 
+/// Root of the exception tree. An exception carries its throw site (source
+/// file and line), a fixed description chosen there and an optional message
+/// it owns. Every throw passes its own source file and line.
 class VESK_API CException : public CObject {
   VESK_DECLARE_CLASS(CException);
 
@@ -24,11 +27,18 @@ class VESK_API CException : public CObject {
              const char* message = nullptr);
   /// Shares file and description, copies the message.
   CException(const CException& other);
+  /// Takes file, line and description from other and copies its message; the
+  /// old message is freed.
   CException& operator=(const CException& other);
+  /// Frees the message.
   ~CException() override;
 
+  /// The source path of the throw site, as the library names it (e.g.
+  /// "vesk/base/String").
   const char* GetSourceFile() const { return m_sourceFile; }
+  /// The line of the throw site.
   unsigned int GetSourceLine() const { return m_sourceLine; }
+  /// The fixed description chosen at the throw site, or null.
   const char* GetErrorDescription() const { return m_errorDescription; }
   /// The message, or null when there is none.
   const char* GetMessage() const { return m_message; }

@@ -11,6 +11,8 @@
 
 #include "vesk/base/Object.h"
 
+// The parameter lists of the three shapes as declared, as defined and as
+// passed on: implementation details of the two macros below.
 #define VESK_EXCEPTION_DECLARED_None const char *sourceFile, unsigned int sourceLine
 #define VESK_EXCEPTION_DECLARED_Description \
   const char *sourceFile, unsigned int sourceLine, const char *errorDescription = nullptr
@@ -29,10 +31,11 @@
 /// Declares exception class Name, derived from Base (qualified), with the
 /// constructor shape Args (None, Description or DescriptionMessage). Write it
 /// inside the class's namespace, in the class's own header.
-#define VESK_DECLARE_EXCEPTION(Name, Base, Args) \
-  class VESK_API Name : public Base {            \
-    VESK_DECLARE_CLASS(Name);                    \
-    Name(VESK_EXCEPTION_DECLARED_##Args);        \
+#define VESK_DECLARE_EXCEPTION(Name, Base, Args)                             \
+  class VESK_API Name : public Base {                                        \
+    VESK_DECLARE_CLASS(Name);                                                \
+    /** Records the throw site, description and message this class takes. */ \
+    Name(VESK_EXCEPTION_DECLARED_##Args);                                    \
   }
 
 /// Defines the descriptor (qualified name Namespace::Name, base name Base)

@@ -4,6 +4,10 @@
 #ifndef VESK_BASE_EXPORT_H
 #define VESK_BASE_EXPORT_H
 
+/// \def VESK_API
+/// Marks a class or function as part of the library's interface: exported
+/// from libvesk (imported by clients on Windows), empty for a static build
+/// (VESK_STATIC).
 #if defined(VESK_STATIC)
 #define VESK_API
 #elif defined(_WIN32)

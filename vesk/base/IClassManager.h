@@ -14,8 +14,11 @@ class CObject;
 /// Registers descriptors and finds them by qualified name.
 class VESK_API IClassManager : public CBase {
  public:
+  /// Virtual: registries are deleted through the interface.
   virtual ~IClassManager() {}
+  /// Adds a descriptor; CClass's constructor calls it.
   virtual void Register(CClass* cls) = 0;
+  /// Removes a descriptor; CClass's destructor calls it.
   virtual void Unregister(CClass* cls) = 0;
   /// The class of that qualified name; null for null, "" or an unknown name.
   virtual const CClass* FindClass(const char* name) = 0;
@@ -26,6 +29,7 @@ class VESK_API IClassManager : public CBase {
   virtual CObject* CreateInstance(const CClass* cls) = 0;
 
  protected:
+  /// Only implementations are built.
   IClassManager() {}
 };
 

@@ -14,8 +14,12 @@ class CObject;
 /// Ordering of objects: negative, zero or positive like strcmp.
 class VESK_API IComparable {
  public:
+  /// Nothing to set up.
   IComparable() {}
+  /// Virtual: comparables may be deleted through the interface.
   virtual ~IComparable() {}
+  /// Negative, zero or positive as this object orders before, with or after
+  /// other.
   virtual int CompareTo(const CObject* other) const = 0;
 };
 

@@ -12,6 +12,7 @@ namespace base {
 /// Something a thread can hold: acquire it, try to acquire it, release it.
 class VESK_API ILockable_ {
  public:
+  /// Virtual: implementations may be deleted through the interface.
   virtual ~ILockable_() {}
   /// Blocks until the calling thread holds the object.
   virtual void Acquire() = 0;
@@ -21,10 +22,13 @@ class VESK_API ILockable_ {
   /// Gives up one hold of the calling thread.
   virtual void Release() = 0;
 
+  /// Assigns nothing: the interface has no data.
   ILockable_& operator=(const ILockable_&) { return *this; }
 
  protected:
+  /// Only implementations are built.
   ILockable_() {}
+  /// Copies nothing: the interface has no data.
   ILockable_(const ILockable_&) {}
 };
 

@@ -11,6 +11,7 @@ namespace base {
 /// A wait that another thread ends.
 class VESK_API IWaitable {
  public:
+  /// Virtual: implementations may be deleted through the interface.
   virtual ~IWaitable() {}
   /// Waits at most timeout milliseconds (0xFFFFFFFF: no limit); true when
   /// woken, false when the time ran out.
@@ -18,10 +19,13 @@ class VESK_API IWaitable {
   /// Waits until woken.
   virtual void Wait() = 0;
 
+  /// Assigns nothing: the interface has no data.
   IWaitable& operator=(const IWaitable&) { return *this; }
 
  protected:
+  /// Only implementations are built.
   IWaitable() {}
+  /// Copies nothing: the interface has no data.
   IWaitable(const IWaitable&) {}
 };
 

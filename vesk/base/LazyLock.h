@@ -22,7 +22,9 @@ namespace base {
 /// exactly one section.
 class VESK_API CLazyLock : public CBase, public ILockable_, public CNonCopyable {
  public:
+  /// An unlocked lock; nothing is allocated until first use.
   CLazyLock();
+  /// Deletes the section, if one was created.
   ~CLazyLock() override;
 
   /// Creates the section when there is none yet, then blocks until held.

@@ -22,6 +22,7 @@ class VESK_API CLock : public CBase, public ILockable_, public CNonCopyable {
   /// allocated, CSynchronizationException "Failed to create critical
   /// section." when the system refuses it.
   CLock();
+  /// Deletes the critical section.
   ~CLock() override;
 
   /// Blocks until held; a system failure throws CSynchronizationException

@@ -11,7 +11,9 @@ namespace base {
 /// Derive from this to forbid copying.
 class VESK_API CNonCopyable {
  protected:
+  /// Only subclasses are built.
   CNonCopyable() {}
+  /// Not virtual: never deleted through this base.
   ~CNonCopyable() {}
 
  private:

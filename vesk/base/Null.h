@@ -12,7 +12,9 @@ namespace base {
 /// Empty marker type; its only instance is vesk::null.
 class VESK_API CNull {
  public:
+  /// The marker; use vesk::null rather than building another.
   CNull() {}
+  /// Assigns nothing: there is no data.
   CNull& operator=(const CNull&) { return *this; }
 };
 

@@ -8,9 +8,10 @@
 
 /// Declares the static descriptor m_class<Name> of a class and its GetClass
 /// override. Put it in the public part of the class body.
-#define VESK_DECLARE_CLASS(Name)                 \
- public:                                         \
-  static ::vesk::base::CClass m_class##Name;     \
+#define VESK_DECLARE_CLASS(Name)                                     \
+ public:                                                             \
+  /** The descriptor of this class, for IsInstanceOf and lookups. */ \
+  static ::vesk::base::CClass m_class##Name;                         \
   const ::vesk::base::CClass* GetClass() const override
 
 /// Defines the descriptor of Qualified (the class as written in code) with
@@ -26,8 +27,10 @@ namespace base {
 /// Root of every library class with identity.
 class VESK_API CObject : public CBase {
  public:
+  /// The descriptor of CObject, the root of every class chain.
   static CClass m_classCObject;
 
+  /// Virtual, so a library object may be deleted through any base pointer.
   virtual ~CObject();
   /// The descriptor of the object's dynamic class.
   virtual const CClass* GetClass() const;
@@ -42,8 +45,11 @@ class VESK_API CObject : public CBase {
   bool IsInstanceOf(const CClass* cls) const;
 
  protected:
+  /// Only subclasses are built.
   CObject() {}
+  /// Copies nothing: CObject has no data.
   CObject(const CObject& other) : CBase(other) {}
+  /// Assigns nothing: CObject has no data.
   CObject& operator=(const CObject&) { return *this; }
 };
 

@@ -22,6 +22,7 @@ class VESK_API CReentrantLock : public CBase, public ILockable_, public CNonCopy
   /// allocated, CSynchronizationException "Failed to create critical
   /// section." when the system refuses it.
   CReentrantLock();
+  /// Deletes the critical section.
   ~CReentrantLock() override;
 
   /// Blocks until held; a system failure throws CSynchronizationException

@@ -19,12 +19,19 @@ namespace base {
 
 /// Raw counter-record memory from the library heap (null on failure).
 VESK_API void* AllocRefRecord();
+/// Returns a counter record's memory to the library heap.
 VESK_API void FreeRefRecord(void* record);
 
+/// A shared-ownership handle to a T. Copies share one counter record; the
+/// last release deletes the object as the type it was handed over as. Counts
+/// are plain integers: a handle and its copies belong to one thread at a
+/// time.
 template <class T>
 class CRef {
  public:
+  /// An empty handle.
   CRef() : m_record(nullptr), m_pointer(nullptr) {}
+  /// An empty handle: `CRef<T> r = vesk::null;`.
   CRef(const CNull&) : m_record(nullptr), m_pointer(nullptr) {}
 
   /// Takes ownership of p (null gives an empty handle). When the counter
@@ -41,6 +48,7 @@ class CRef {
     m_pointer = p;
   }
 
+  /// Shares other's object and counts one more handle.
   CRef(const CRef& other) : m_record(other.m_record), m_pointer(other.m_pointer) {
     if (m_record) ++m_record->m_count;
   }
@@ -56,8 +64,12 @@ class CRef {
     if (m_record) ++m_record->m_count;
   }
 
+  /// Releases this handle; the last one deletes the object. An exception from
+  /// the object's destructor is discarded.
   ~CRef() { Release(); }
 
+  /// Releases the current object and shares other's; assigning a handle of
+  /// the same object does nothing.
   CRef& operator=(const CRef& other) {
     if (m_record != other.m_record || m_pointer != other.m_pointer) {
       CRef copy(other);
@@ -65,24 +77,29 @@ class CRef {
     }
     return *this;
   }
+  /// Checked conversion as in the converting constructor; on
+  /// CClassCastException the handle is unchanged.
   template <class U>
   CRef& operator=(const CRef<U>& other) {
     CRef copy(other);
     Swap(copy);
     return *this;
   }
+  /// Releases the object; the handle becomes empty.
   CRef& operator=(const CNull&) {
     CRef empty;
     Swap(empty);
     return *this;
   }
+  /// Releases the current object and takes ownership of p, as CRef(T*) does.
   CRef& operator=(T* p) {
     CRef fresh(p);
     Swap(fresh);
     return *this;
   }
 
-  /// Throws CNullReferenceException on an empty handle.
+  ///@{
+  /// The object. Throws CNullReferenceException on an empty handle.
   T* operator->() {
     if (!m_pointer) throw CNullReferenceException("vesk/base/Ref", __LINE__);
     return m_pointer;
@@ -99,15 +116,23 @@ class CRef {
     if (!m_pointer) throw CNullReferenceException("vesk/base/Ref", __LINE__);
     return *m_pointer;
   }
+  ///@}
 
   /// The object, or null; never throws.
   T* Get() const { return m_pointer; }
+  /// True for an empty handle.
   bool IsNull() const { return m_pointer == nullptr; }
   /// Number of handles sharing the object (0 for an empty handle).
   unsigned int GetRefCount() const { return m_record ? m_record->m_count : 0; }
 
+  ///@{
+  /// Comparison with vesk::null: whether the handle is empty (or not).
   bool operator==(const CNull&) const { return m_pointer == nullptr; }
   bool operator!=(const CNull&) const { return m_pointer != nullptr; }
+  ///@}
+  ///@{
+  /// Whether both handles point at the same object (or not); two empty
+  /// handles are equal.
   template <class U>
   bool operator==(const CRef<U>& other) const {
     return m_pointer == other.Get();
@@ -116,6 +141,7 @@ class CRef {
   bool operator!=(const CRef<U>& other) const {
     return m_pointer != other.Get();
   }
+  ///@}
 
  private:
   template <class U>

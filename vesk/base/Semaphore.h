@@ -31,6 +31,7 @@ class VESK_API CSemaphore : public CBase, public ILockable_, public CNonCopyable
   /// CIllegalArgumentException "Invalid semaphore name." for a null or empty
   /// name, CMemoryException when the system cannot open it.
   CSemaphore(const char* name, unsigned int initialCount);
+  /// Releases the system semaphore (a named one is closed, not removed).
   ~CSemaphore() override;
 
   /// Takes one count, waiting as long as it takes. Throws

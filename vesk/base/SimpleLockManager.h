@@ -17,6 +17,7 @@ class VESK_API CSimpleLockManager : public CBase, public ILockable {
   CSimpleLockManager();
   /// Manages handle (may be null); count 0.
   explicit CSimpleLockManager(char** const& handle);
+  /// Nothing to release: the handle stays the caller's.
   ~CSimpleLockManager() override;
 
   /// Adds one to the count and returns it.

@@ -13,11 +13,13 @@ namespace base {
 /// not checked.
 class VESK_API CSpinLock {
  public:
+  /// A free lock.
   CSpinLock() : m_flag(0) {}
   /// Spins (yielding the time slice after each failed attempt) until held.
   void Acquire();
-  /// One attempt; the timeout is ignored.
+  /// One attempt; true when it took the lock. The timeout is ignored.
   bool TryAcquire(unsigned int timeout = 0);
+  /// Frees the lock.
   void Release();
 
  private:

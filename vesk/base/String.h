@@ -49,6 +49,7 @@ class VESK_API CString {
   CString(const CString& other) : m_pchData(nullptr) { Share(other); }
   /// A copy of the text of a handle string.
   CString(const CStringH& other);
+  /// Releases this string's share of the buffer; the last one frees it.
   ~CString() {
     if (m_pchData) ReleaseBuffer();
   }
@@ -93,36 +94,54 @@ class VESK_API CString {
 
   /// Index of the first c at or after start; -1 when there is none.
   int Find(char c, unsigned int start = 0) const;
+  ///@{
   /// Index of the first occurrence of text at or after start; -1 for a
   /// null or empty text or when there is none.
   int Find(const char* text, unsigned int start = 0) const;
   int Find(const CString& text, unsigned int start = 0) const;
+  ///@}
+  ///@{
   /// As Find, ignoring case.
   int FindIgnoreCase(const char* text, unsigned int start = 0) const;
   int FindIgnoreCase(const CString& text, unsigned int start = 0) const;
+  ///@}
   /// Index of the last c in the range from start to the end (start is a
   /// lower bound); -1 when there is none.
   int ReverseFind(char c, unsigned int start = 0) const;
+  ///@{
   /// Searches backwards for text in steps of its length: probes at
   /// length - m, length - 2m, ... (m the length of text), searching forwards
   /// from each probe, and gives up at the first probe at or before start. A
   /// match that begins exactly at start is never reported.
   int ReverseFind(const char* text, unsigned int start = 0) const;
   int ReverseFind(const CString& text, unsigned int start = 0) const;
+  ///@}
+  ///@{
   /// As ReverseFind, ignoring case.
   int ReverseFindIgnoreCase(const char* text, unsigned int start = 0) const;
   int ReverseFindIgnoreCase(const CString& text, unsigned int start = 0) const;
+  ///@}
+  ///@{
   /// Whether the string begins with text; false for null or "" and when
   /// text is longer than the string.
   bool StartsWith(const char* text) const;
   bool StartsWith(const CString& text) const;
+  ///@}
+  ///@{
   /// Whether the string ends with text; same rules as StartsWith.
   bool EndsWith(const char* text) const;
   bool EndsWith(const CString& text) const;
+  ///@}
+  ///@{
+  /// As StartsWith, ignoring case.
   bool StartsWithIgnoreCase(const char* text) const;
   bool StartsWithIgnoreCase(const CString& text) const;
+  ///@}
+  ///@{
+  /// As EndsWith, ignoring case.
   bool EndsWithIgnoreCase(const char* text) const;
   bool EndsWithIgnoreCase(const CString& text) const;
+  ///@}
 
   /// The bytes from begin to the end; empty when begin is not below the length.
   CString SubString(unsigned int begin) const;
@@ -153,16 +172,20 @@ class VESK_API CString {
   void TrimLeft();
   /// Removes leading occurrences of c.
   void TrimLeft(char c);
+  ///@{
   /// Removes leading characters that occur in set.
   void TrimLeft(const char* set);
   void TrimLeft(const CString& set);
+  ///@}
   /// Removes trailing white space.
   void TrimRight();
   /// Removes trailing occurrences of c.
   void TrimRight(char c);
+  ///@{
   /// Removes trailing characters that occur in set.
   void TrimRight(const char* set);
   void TrimRight(const CString& set);
+  ///@}
   /// Replaces every a by b; returns the number of replacements.
   int Replace(char a, char b);
   /// Replaces every non-overlapping occurrence of oldText by newText (null
@@ -228,6 +251,7 @@ class VESK_API CString {
   char* m_pchData;
 };
 
+///@{
 /// Equality: two empty strings are equal, an empty and a non-empty one are
 /// not; otherwise the bytes decide. Null and "" count as empty.
 VESK_API bool operator==(const CString& a, const CString& b);
@@ -236,6 +260,8 @@ VESK_API bool operator==(const char* a, const CString& b);
 VESK_API bool operator!=(const CString& a, const CString& b);
 VESK_API bool operator!=(const CString& a, const char* b);
 VESK_API bool operator!=(const char* a, const CString& b);
+///@}
+///@{
 /// Ordering: the empty string is below every non-empty one; otherwise the
 /// case-sensitive text comparison decides.
 VESK_API bool operator<(const CString& a, const CString& b);
@@ -250,11 +276,14 @@ VESK_API bool operator>(const char* a, const CString& b);
 VESK_API bool operator>=(const CString& a, const CString& b);
 VESK_API bool operator>=(const CString& a, const char* b);
 VESK_API bool operator>=(const char* a, const CString& b);
+///@}
 
+///@{
 /// Concatenation into a new string.
 VESK_API CString operator+(const CString& a, const CString& b);
 VESK_API CString operator+(const CString& a, const char* b);
 VESK_API CString operator+(const char* a, const CString& b);
+///@}
 
 }  // namespace base
 }  // namespace vesk

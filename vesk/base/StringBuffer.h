@@ -24,13 +24,16 @@ class VESK_API CStringBuffer {
   explicit CStringBuffer(unsigned int growthStep = 8);
   /// A copy of the text and the growth step of other.
   CStringBuffer(const CStringBuffer& other);
+  /// Frees the array.
   ~CStringBuffer();
 
+  /// Replaces the text by a copy of other's; the growth step stays.
   CStringBuffer& operator=(const CStringBuffer& other);
   /// Replaces the text; null gives the empty text.
   CStringBuffer& operator=(const char* text);
   /// Replaces the text by the UTF-8 form of a 16-bit text.
   CStringBuffer& operator=(const unsigned short* text);
+  /// Replaces the text by a copy of the string's.
   CStringBuffer& operator=(const CString& text);
   /// Replaces the text by the UTF-8 form of a 16-bit string.
   CStringBuffer& operator=(const CUnicodeString& text);
@@ -41,6 +44,7 @@ class VESK_API CStringBuffer {
   CStringBuffer& operator+=(const char* text);
   /// Appends the UTF-8 form of a 16-bit text.
   CStringBuffer& operator+=(const unsigned short* text);
+  /// Appends the string's text.
   CStringBuffer& operator+=(const CString& text);
   /// Appends the UTF-8 form of a 16-bit string.
   CStringBuffer& operator+=(const CUnicodeString& text);
@@ -52,6 +56,7 @@ class VESK_API CStringBuffer {
   operator char*() { return m_pBuffer; }
   /// Length of the text: the position of its first NUL.
   unsigned int GetSize() const;
+  /// Whether the text is empty (true before first use).
   bool IsEmpty() const { return !m_pBuffer || m_pBuffer[0] == '\0'; }
   /// Writes a NUL at the start; the array is kept.
   void Empty();
@@ -61,7 +66,9 @@ class VESK_API CStringBuffer {
   /// Shrinks the array to exactly the text and its terminator.
   void TrimToSize();
 
+  /// Bytes allocated for the array (0 before first use).
   unsigned int GetCapacity() const { return m_capacity; }
+  /// The step capacities are rounded up to.
   unsigned int GetGrowthStep() const { return m_growBy; }
 
  private:

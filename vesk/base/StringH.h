@@ -26,8 +26,11 @@ class VESK_API CStringH {
   /// Frees the handle.
   ~CStringH();
 
+  /// Replaces the text by a copy of text; null or "" empties it.
   CStringH& operator=(const char* text);
+  /// Replaces the text by a copy of the string's.
   CStringH& operator=(const CString& text);
+  /// Replaces the text by a copy of other's; each keeps its own handle.
   CStringH& operator=(const CStringH& other);
 
   /// Comparison with the rules of CString::Compare: an empty handle string
@@ -35,9 +38,13 @@ class VESK_API CStringH {
   int Compare(const char* text) const;
   /// Comparison with the rules of CString::Compare(const CString&).
   int Compare(const CString& text) const;
+  /// As Compare(const CString&): two empty texts are equal, an empty one is
+  /// below any other.
   int Compare(const CStringH& other) const;
 
+  /// Length of the text in bytes.
   unsigned int GetLength() const { return m_length; }
+  /// Whether the text is empty.
   bool IsEmpty() const { return m_length == 0; }
   /// Makes the text empty; the handle is kept.
   void Empty();
@@ -65,6 +72,7 @@ class VESK_API CStringH {
   unsigned int m_lockCount;
 };
 
+///@{
 /// Equality of texts; null, "" and empty strings are all equal.
 VESK_API bool operator==(const CString& a, const CStringH& b);
 VESK_API bool operator==(const CStringH& a, const CString& b);
@@ -76,6 +84,7 @@ VESK_API bool operator!=(const CStringH& a, const CString& b);
 VESK_API bool operator!=(const CStringH& a, const char* b);
 VESK_API bool operator!=(const char* a, const CStringH& b);
 VESK_API bool operator!=(const CStringH& a, const CStringH& b);
+///@}
 
 }  // namespace base
 }  // namespace vesk

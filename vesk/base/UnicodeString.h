@@ -55,6 +55,7 @@ class VESK_API CUnicodeString {
   CUnicodeString(const unsigned short* text, unsigned int count);
   /// Shares the buffer of other (nothing is copied).
   CUnicodeString(const CUnicodeString& other);
+  /// Releases this string's share of the buffer; the last one frees it.
   ~CUnicodeString();
 
   /// Shares the buffer of other; self-assignment does nothing.
@@ -92,49 +93,75 @@ class VESK_API CUnicodeString {
   /// private).
   void EnsureCapacity(unsigned int n);
 
+  ///@{
   /// Unit-by-unit comparison; negative, 0 or positive. An empty string
   /// equals null and "" and is below every text with a character; a
   /// non-empty string is above null and "".
   int Compare(const unsigned short* text) const;
   int Compare(const char* text) const;
+  ///@}
+  ///@{
   /// As Compare, ignoring case (simple Unicode case mapping).
   int CompareIgnoreCase(const unsigned short* text) const;
   int CompareIgnoreCase(const char* text) const;
+  ///@}
 
+  ///@{
   /// Index of the first unit c at or after start; -1 when there is none.
   int Find(unsigned short c, unsigned int start = 0) const;
   int Find(char c, unsigned int start = 0) const;
+  ///@}
+  ///@{
   /// Index of the first occurrence of text at or after start; -1 for a
   /// null or empty text or when there is none.
   int Find(const unsigned short* text, unsigned int start = 0) const;
   int Find(const char* text, unsigned int start = 0) const;
+  ///@}
+  ///@{
   /// As Find, ignoring case.
   int FindIgnoreCase(const unsigned short* text, unsigned int start = 0) const;
   int FindIgnoreCase(const char* text, unsigned int start = 0) const;
+  ///@}
+  ///@{
   /// Index of the last unit c in the range from start to the end (start is
   /// a lower bound); -1 when there is none.
   int ReverseFind(unsigned short c, unsigned int start = 0) const;
   int ReverseFind(char c, unsigned int start = 0) const;
+  ///@}
+  ///@{
   /// Searches backwards for text in steps of its length: probes at
   /// length - m, length - 2m, ... (m the length of text), searching forwards
   /// from each probe, and gives up at the first probe at or before start. A
   /// match that begins exactly at start is never reported.
   int ReverseFind(const unsigned short* text, unsigned int start = 0) const;
   int ReverseFind(const char* text, unsigned int start = 0) const;
+  ///@}
+  ///@{
   /// As ReverseFind, ignoring case.
   int ReverseFindIgnoreCase(const unsigned short* text, unsigned int start = 0) const;
   int ReverseFindIgnoreCase(const char* text, unsigned int start = 0) const;
+  ///@}
+  ///@{
   /// Whether the string begins with text; false for null or "" and when
   /// text is longer than the string.
   bool StartsWith(const unsigned short* text) const;
   bool StartsWith(const char* text) const;
+  ///@}
+  ///@{
   /// Whether the string ends with text; same rules as StartsWith.
   bool EndsWith(const unsigned short* text) const;
   bool EndsWith(const char* text) const;
+  ///@}
+  ///@{
+  /// As StartsWith, ignoring case.
   bool StartsWithIgnoreCase(const unsigned short* text) const;
   bool StartsWithIgnoreCase(const char* text) const;
+  ///@}
+  ///@{
+  /// As EndsWith, ignoring case.
   bool EndsWithIgnoreCase(const unsigned short* text) const;
   bool EndsWithIgnoreCase(const char* text) const;
+  ///@}
 
   /// The units from begin to the end; empty when begin is not below the length.
   CUnicodeString SubString(unsigned int begin) const;
@@ -164,38 +191,56 @@ class VESK_API CUnicodeString {
   void MakeReverse();
   /// Removes leading white space.
   void TrimLeft();
+  ///@{
   /// Removes leading occurrences of c.
   void TrimLeft(unsigned short c);
   void TrimLeft(char c);
+  ///@}
+  ///@{
   /// Removes leading units that occur in set.
   void TrimLeft(const unsigned short* set);
   void TrimLeft(const char* set);
+  ///@}
   /// Removes trailing white space.
   void TrimRight();
+  ///@{
   /// Removes trailing occurrences of c.
   void TrimRight(unsigned short c);
   void TrimRight(char c);
+  ///@}
+  ///@{
   /// Removes trailing units that occur in set.
   void TrimRight(const unsigned short* set);
   void TrimRight(const char* set);
+  ///@}
+  ///@{
   /// Replaces every a by b; returns the number of replacements.
   int Replace(unsigned short a, unsigned short b);
   int Replace(char a, char b);
+  ///@}
+  ///@{
   /// Replaces every non-overlapping occurrence of oldText by newText (null
   /// counts as ""); returns the number of replacements.
   int Replace(const unsigned short* oldText, const unsigned short* newText);
   int Replace(const char* oldText, const char* newText);
+  ///@}
+  ///@{
   /// Removes every c; returns how many were removed.
   int Remove(unsigned short c);
   int Remove(char c);
+  ///@}
+  ///@{
   /// Inserts c before index (an index beyond the end appends); returns the
   /// new length.
   int Insert(unsigned int index, unsigned short c);
   int Insert(unsigned int index, char c);
+  ///@}
+  ///@{
   /// Inserts text before index (an index beyond the end appends); returns
   /// the new length.
   int Insert(unsigned int index, const unsigned short* text);
   int Insert(unsigned int index, const char* text);
+  ///@}
   /// Removes count units at index and returns the length held before the
   /// deletion; when count is 0 or index is not below the length nothing
   /// changes and the length is returned. A count running past the end is
@@ -250,6 +295,7 @@ class VESK_API CUnicodeString {
   unsigned short* m_pszData;
 };
 
+///@{
 /// Equality: two empty strings are equal, an empty and a non-empty one are
 /// not; otherwise the units decide. Null and "" count as empty.
 VESK_API bool operator==(const CUnicodeString& a, const CUnicodeString& b);
@@ -262,6 +308,8 @@ VESK_API bool operator!=(const CUnicodeString& a, const unsigned short* b);
 VESK_API bool operator!=(const unsigned short* a, const CUnicodeString& b);
 VESK_API bool operator!=(const CUnicodeString& a, const char* b);
 VESK_API bool operator!=(const char* a, const CUnicodeString& b);
+///@}
+///@{
 /// Ordering: the empty string is below every non-empty one; otherwise the
 /// unit-by-unit comparison decides.
 VESK_API bool operator<(const CUnicodeString& a, const CUnicodeString& b);
@@ -284,13 +332,16 @@ VESK_API bool operator>=(const CUnicodeString& a, const unsigned short* b);
 VESK_API bool operator>=(const unsigned short* a, const CUnicodeString& b);
 VESK_API bool operator>=(const CUnicodeString& a, const char* b);
 VESK_API bool operator>=(const char* a, const CUnicodeString& b);
+///@}
 
+///@{
 /// Concatenation into a new string.
 VESK_API CUnicodeString operator+(const CUnicodeString& a, const CUnicodeString& b);
 VESK_API CUnicodeString operator+(const CUnicodeString& a, const unsigned short* b);
 VESK_API CUnicodeString operator+(const unsigned short* a, const CUnicodeString& b);
 VESK_API CUnicodeString operator+(const CUnicodeString& a, const char* b);
 VESK_API CUnicodeString operator+(const char* a, const CUnicodeString& b);
+///@}
 
 }  // namespace base
 }  // namespace vesk

@@ -25,15 +25,19 @@ class VESK_API CUnicodeStringBuffer {
   explicit CUnicodeStringBuffer(unsigned int growthStep = 8);
   /// A copy of the text and the growth step of other.
   CUnicodeStringBuffer(const CUnicodeStringBuffer& other);
+  /// Frees the array.
   ~CUnicodeStringBuffer();
 
+  /// Replaces the text by a copy of other's; the growth step stays.
   CUnicodeStringBuffer& operator=(const CUnicodeStringBuffer& other);
   /// Replaces the text by the 16-bit form of a narrow text; null gives the
   /// empty text.
   CUnicodeStringBuffer& operator=(const char* text);
   /// Replaces the text; null gives the empty text.
   CUnicodeStringBuffer& operator=(const unsigned short* text);
+  /// Replaces the text by the 16-bit form of the string.
   CUnicodeStringBuffer& operator=(const CString& text);
+  /// Replaces the text by a copy of the string's.
   CUnicodeStringBuffer& operator=(const CUnicodeString& text);
 
   /// Appends one unit.
@@ -42,7 +46,9 @@ class VESK_API CUnicodeStringBuffer {
   CUnicodeStringBuffer& operator+=(const char* text);
   /// Appends a text; null appends nothing.
   CUnicodeStringBuffer& operator+=(const unsigned short* text);
+  /// Appends the 16-bit form of the string.
   CUnicodeStringBuffer& operator+=(const CString& text);
+  /// Appends the string's text.
   CUnicodeStringBuffer& operator+=(const CUnicodeString& text);
 
   /// Makes room for minCapacity units and returns the writable array (null
@@ -54,6 +60,7 @@ class VESK_API CUnicodeStringBuffer {
   operator const unsigned short*() const { return m_pBuffer; }
   /// Length of the text in units: the position of its first zero unit.
   unsigned int GetSize() const;
+  /// Whether the text is empty (true before first use).
   bool IsEmpty() const { return !m_pBuffer || m_pBuffer[0] == 0; }
   /// Writes a zero unit at the start; the array is kept.
   void Empty();
@@ -67,6 +74,7 @@ class VESK_API CUnicodeStringBuffer {
 
   /// Units allocated, terminator included.
   unsigned int GetCapacity() const { return m_capacity; }
+  /// The step capacities are rounded up to.
   unsigned int GetGrowthStep() const { return m_growBy; }
 
  private:

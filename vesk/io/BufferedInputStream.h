@@ -23,6 +23,7 @@ class VESK_API CBufferedInputStream : public CInputStream {
   CBufferedInputStream(CInputStream* stream, unsigned int size = 512);
   /// Shares stream; otherwise as above.
   CBufferedInputStream(const vesk::base::CRef<CInputStream>& stream, unsigned int size = 512);
+  /// Frees the buffer; does not close the wrapped stream.
   ~CBufferedInputStream() override;
 
   /// The wrapped stream's count plus the bytes buffered.

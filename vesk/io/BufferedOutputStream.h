@@ -24,6 +24,8 @@ class VESK_API CBufferedOutputStream : public COutputStream {
   CBufferedOutputStream(COutputStream* stream, unsigned int size);
   /// Shares stream; otherwise as above.
   CBufferedOutputStream(const vesk::base::CRef<COutputStream>& stream, unsigned int size);
+  /// Frees the buffer without writing it out and without closing the wrapped
+  /// stream: Flush or Close first, or buffered bytes are lost.
   ~CBufferedOutputStream() override;
 
   /// Nothing for a null buffer; a range whose end wraps past 2^32 writes
@@ -53,7 +55,11 @@ class VESK_API CBufferedOutputStream : public COutputStream {
  protected:
   /// Hands the buffered bytes to the wrapped stream.
   void FlushBuffer();
+  /// Write(buffer, offset, length) without the open check: buffers the bytes,
+  /// handing the buffer on whenever it fills (a block of the buffer's size or
+  /// more goes straight through).
   void InternalWrite(const char* buffer, unsigned int offset, unsigned int length);
+  /// Marks the decorator closed and closes the wrapped stream.
   void InternalClose();
 
  private:

@@ -24,6 +24,7 @@ class VESK_API CBufferedReader : public CReader {
   CBufferedReader(CReader* reader, unsigned int size);
   /// Shares reader; otherwise as above.
   CBufferedReader(const vesk::base::CRef<CReader>& reader, unsigned int size);
+  /// Frees the buffer; does not close the wrapped reader.
   ~CBufferedReader() override;
 
   int Read(unsigned short* buffer, unsigned int offset, unsigned int length) override;

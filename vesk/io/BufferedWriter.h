@@ -22,6 +22,8 @@ class VESK_API CBufferedWriter : public CWriter {
   CBufferedWriter(CWriter* writer, unsigned int size);
   /// Shares writer; otherwise as above.
   CBufferedWriter(const vesk::base::CRef<CWriter>& writer, unsigned int size);
+  /// Frees the buffer without writing it out and without closing the wrapped
+  /// writer: Flush or Close first, or buffered units are lost.
   ~CBufferedWriter() override;
 
   void Write(const vesk::base::CUnicodeString& text, unsigned int offset,
@@ -42,7 +44,11 @@ class VESK_API CBufferedWriter : public CWriter {
  protected:
   /// Hands the buffered units to the wrapped writer.
   void FlushBuffer();
+  /// Write(chars, offset, length) without the open check: buffers the units,
+  /// handing the buffer on whenever it fills (a block of the buffer's size or
+  /// more goes straight through).
   void InternalWrite(const unsigned short* chars, unsigned int offset, unsigned int length);
+  /// Marks the decorator closed and closes the wrapped writer.
   void InternalClose();
 
  private:

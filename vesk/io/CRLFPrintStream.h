@@ -16,6 +16,7 @@ class VESK_API CCRLFPrintStream : public CPrintStream {
   CCRLFPrintStream(COutputStream* stream, bool autoFlush);
   /// Shares stream. Throws CIllegalArgumentException for an empty handle.
   CCRLFPrintStream(const vesk::base::CRef<COutputStream>& stream, bool autoFlush);
+  /// Neither flushes nor closes the wrapped stream.
   ~CCRLFPrintStream() override;
 
  private:

@@ -50,11 +50,17 @@ class VESK_API CDataInputStream : public CInputStream {
   virtual char ReadByte();
   /// One unsigned byte.
   virtual unsigned char ReadSByte();
+  /// A big-endian 16-bit integer.
   virtual short ReadInt16();
+  /// A big-endian 32-bit integer.
   virtual int ReadInt32();
+  /// A big-endian unsigned 16-bit integer.
   virtual unsigned short ReadUInt16();
+  /// A big-endian unsigned 32-bit integer.
   virtual unsigned int ReadUInt32();
+  /// A 4-byte float in host byte order.
   virtual float ReadFloat();
+  /// An 8-byte double in host byte order.
   virtual double ReadDouble();
   /// A 4-byte big-endian byte count, then that many bytes of UTF-8. A zero
   /// byte in the data ends the string there.
@@ -62,6 +68,11 @@ class VESK_API CDataInputStream : public CInputStream {
   /// Lets obj read its state: obj.ReadFrom(*this).
   virtual void ReadObject(ISerializable& obj);
 
+  ///@{
+  /// Reads value with the Read function of its type (ReadBool, ReadByte,
+  /// ReadSByte for unsigned char, ReadInt16, ReadInt32, ReadUInt16,
+  /// ReadUInt32, ReadFloat, ReadDouble, ReadString, ReadObject) and returns
+  /// the stream for chaining.
   CDataInputStream& operator>>(bool& value);
   CDataInputStream& operator>>(char& value);
   CDataInputStream& operator>>(unsigned char& value);
@@ -73,6 +84,7 @@ class VESK_API CDataInputStream : public CInputStream {
   CDataInputStream& operator>>(double& value);
   CDataInputStream& operator>>(vesk::base::CUnicodeString& value);
   CDataInputStream& operator>>(ISerializable& value);
+  ///@}
 
  protected:
   /// Reads count bytes of UTF-8 and converts them; shared by both string
@@ -81,6 +93,7 @@ class VESK_API CDataInputStream : public CInputStream {
   /// Fills value with size bytes through one Read (zeroed first).
   void ReadRaw(void* value, unsigned int size);
 
+  /// Keeps a shared wrapped stream alive; empty when it is borrowed.
   vesk::base::CRef<CInputStream> m_streamRef;
   /// The wrapped stream; null once closed.
   CInputStream* m_stream;

@@ -39,16 +39,25 @@ class VESK_API CDataOutputStream : public COutputStream {
   /// that throws. Closing again does nothing.
   void Close() override;
 
+  /// The byte 0x01 for true, 0x00 for false.
   virtual void WriteBool(bool value);
+  /// One byte.
   virtual void WriteByte(char value);
+  /// One byte.
   virtual void WriteUByte(unsigned char value);
   // Integers are big-endian. Defined here so that a call on a stream whose
   // type the compiler knows appends in place without a call into the library.
+  /// Two bytes, big-endian.
   virtual void WriteInt16(short value) { WriteBig16(static_cast<unsigned short>(value)); }
+  /// Four bytes, big-endian.
   virtual void WriteInt32(int value) { WriteBig32(static_cast<unsigned int>(value)); }
+  /// Two bytes, big-endian.
   virtual void WriteUInt16(unsigned short value) { WriteBig16(value); }
+  /// Four bytes, big-endian.
   virtual void WriteUInt32(unsigned int value) { WriteBig32(value); }
+  /// The 4 bytes of the float in host byte order.
   virtual void WriteFloat(float value);
+  /// The 8 bytes of the double in host byte order.
   virtual void WriteDouble(double value);
   /// The UTF-8 byte count (4 bytes, big-endian), then the bytes; the empty
   /// string writes the four zero bytes.
@@ -60,6 +69,11 @@ class VESK_API CDataOutputStream : public COutputStream {
   /// Lets obj write its state: obj.WriteTo(*this).
   virtual void WriteObject(const ISerializable& obj);
 
+  ///@{
+  /// Writes value with the Write function of its type (WriteBool, WriteByte,
+  /// WriteUByte, WriteInt16, WriteInt32, WriteUInt16, WriteUInt32,
+  /// WriteFloat, WriteDouble, WriteString, WriteObject) and returns the
+  /// stream for chaining.
   CDataOutputStream& operator<<(bool value);
   CDataOutputStream& operator<<(char value);
   CDataOutputStream& operator<<(unsigned char value);
@@ -72,8 +86,10 @@ class VESK_API CDataOutputStream : public COutputStream {
   CDataOutputStream& operator<<(const unsigned short* text);
   CDataOutputStream& operator<<(const vesk::base::CUnicodeString& text);
   CDataOutputStream& operator<<(const ISerializable& obj);
+  ///@}
 
  protected:
+  /// Keeps a shared wrapped stream alive; empty when it is borrowed.
   vesk::base::CRef<COutputStream> m_streamRef;
   /// The wrapped stream; null once closed.
   COutputStream* m_stream;
@@ -90,6 +106,7 @@ class VESK_API CDataOutputStream : public COutputStream {
   /// Checks that the stream is open (CIOException "Stream closed."), then
   /// WriteValueBytes.
   void WriteCheckedValueBytes(const char* bytes, unsigned int length);
+  ///@{
   /// A 16- or 32-bit value, big-endian. m_buffered is null once closed, so
   /// the in-place append needs no check of its own.
   /// The bytes are made in a register and stored at once (a value stored
@@ -108,6 +125,9 @@ class VESK_API CDataOutputStream : public COutputStream {
     if (m_buffered && m_buffered->AppendIfRoom(b, 4)) return;
     WriteCheckedValueBytes(b, 4);
   }
+  ///@}
+  ///@{
+  /// v with its bytes in big-endian order in memory.
   static unsigned short ToBigEndian16(unsigned short v) {
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
     return v;
@@ -122,6 +142,7 @@ class VESK_API CDataOutputStream : public COutputStream {
     return (v >> 24) | ((v >> 8) & 0xFF00u) | ((v << 8) & 0xFF0000u) | (v << 24);
 #endif
   }
+  ///@}
 
  private:
   CDataOutputStream(const CDataOutputStream&) = delete;

@@ -14,11 +14,13 @@ namespace io {
 /// existing logs are read with them: Print(unsigned int) prints the letters
 /// "lu", and Print(double) prints the low 32 bits of the double's bit
 /// pattern as a signed integer. Their Println forms print the value.
+/// After Close every write and print throws CIOException "Stream closed.".
 class VESK_API CDebugPrintStream : public CPrintStream {
   VESK_DECLARE_CLASS(CDebugPrintStream);
 
   /// Open until Close.
   CDebugPrintStream();
+  /// Nothing to release.
   ~CDebugPrintStream() override;
 
   /// Always throw CIOException: "Unsupported on class CDebugPrintStream."
@@ -33,26 +35,43 @@ class VESK_API CDebugPrintStream : public CPrintStream {
 
   void Print(const vesk::base::CString& text) override;
   void Print(const char* text) override;
+  /// The character ("%c").
   void Print(char value) override;
+  /// The low 32 bits of the double's bit pattern as a signed decimal (see the
+  /// class note).
   void Print(double value) override;
+  /// printf's "%f" form (six decimals).
   void Print(float value) override;
+  /// The letters "lu", whatever the value (see the class note).
   void Print(unsigned int value) override;
+  /// Decimal, with '-' when negative.
   void Print(int value) override;
+  /// Decimal, with '-' when negative.
   void Print(short value) override;
   void Print(bool value) override;
 
   /// Println of an empty text sends nothing at all (no lone line feed).
   void Println(const vesk::base::CString& text) override;
+  /// The text and a line feed; nothing at all for null or "".
   void Println(const char* text) override;
+  /// The character and a line feed.
   void Println(char value) override;
+  /// printf's "%f" form and a line feed.
   void Println(double value) override;
+  /// printf's "%f" form and a line feed.
   void Println(float value) override;
+  /// Decimal digits and a line feed.
   void Println(unsigned int value) override;
+  /// Decimal and a line feed.
   void Println(int value) override;
+  /// Decimal and a line feed.
   void Println(short value) override;
+  /// "true" or "false" and a line feed.
   void Println(bool value) override;
+  /// A line feed alone.
   void Println() override;
 
+  /// False once Close has been called.
   bool IsOpen() const { return m_open; }
 
  private:

@@ -23,9 +23,13 @@ class VESK_API ISerializable {
   virtual void WriteTo(CDataOutputStream& out) const = 0;
 
  protected:
+  /// Only implementations are built.
   ISerializable() {}
+  /// Copies nothing: the interface has no data.
   ISerializable(const ISerializable&) {}
+  /// Assigns nothing: the interface has no data.
   ISerializable& operator=(const ISerializable&) { return *this; }
+  /// Protected: objects are not deleted through the interface.
   virtual ~ISerializable() {}
 };
 

@@ -11,7 +11,10 @@ namespace io {
 /// A CDATA section, without its delimiters.
 class VESK_API IXMLCDATAToken : public virtual IXMLToken {
  public:
+  /// Nothing to set up.
   IXMLCDATAToken() {}
+  /// Virtual through IXMLToken: tokens are deleted through any of their
+  /// interfaces.
   ~IXMLCDATAToken() override {}
   /// The section content.
   virtual const vesk::base::CUnicodeString& GetText() const = 0;

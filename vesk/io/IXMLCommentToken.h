@@ -11,7 +11,10 @@ namespace io {
 /// A comment, without its "<!--" and "-->".
 class VESK_API IXMLCommentToken : public virtual IXMLToken {
  public:
+  /// Nothing to set up.
   IXMLCommentToken() {}
+  /// Virtual through IXMLToken: tokens are deleted through any of their
+  /// interfaces.
   ~IXMLCommentToken() override {}
   /// The comment text.
   virtual const vesk::base::CUnicodeString& GetText() const = 0;

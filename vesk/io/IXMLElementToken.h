@@ -11,7 +11,10 @@ namespace io {
 /// The names of a start or end element.
 class VESK_API IXMLElementToken : public virtual IXMLToken {
  public:
+  /// Nothing to set up.
   IXMLElementToken() {}
+  /// Virtual through IXMLToken: tokens are deleted through any of their
+  /// interfaces.
   ~IXMLElementToken() override {}
   /// Whether the element has a namespace (its namespace URI is not empty).
   virtual bool HasNamespace() const = 0;

@@ -11,7 +11,10 @@ namespace io {
 /// An end element: the element names only.
 class VESK_API IXMLEndElementToken : public virtual IXMLElementToken {
  public:
+  /// Nothing to set up.
   IXMLEndElementToken() {}
+  /// Virtual through IXMLToken: tokens are deleted through any of their
+  /// interfaces.
   ~IXMLEndElementToken() override {}
 };
 

@@ -11,7 +11,10 @@ namespace io {
 /// A processing instruction.
 class VESK_API IXMLPIToken : public virtual IXMLToken {
  public:
+  /// Nothing to set up.
   IXMLPIToken() {}
+  /// Virtual through IXMLToken: tokens are deleted through any of their
+  /// interfaces.
   ~IXMLPIToken() override {}
   /// The target, the name after "<?".
   virtual const vesk::base::CUnicodeString& GetTarget() const = 0;

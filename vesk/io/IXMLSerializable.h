@@ -17,7 +17,9 @@ class CXMLWriter;
 /// and reads its own elements.
 class VESK_API IXMLSerializable {
  public:
+  /// Nothing to set up.
   IXMLSerializable() {}
+  /// Virtual: objects may be deleted through the interface.
   virtual ~IXMLSerializable() {}
   /// Reads the object from reader.
   virtual void ReadXML(CXMLReader& reader) = 0;

@@ -12,7 +12,10 @@ namespace io {
 /// A start element: the element names and its attributes in document order.
 class VESK_API IXMLStartElementToken : public virtual IXMLElementToken {
  public:
+  /// Nothing to set up.
   IXMLStartElementToken() {}
+  /// Virtual through IXMLToken: tokens are deleted through any of their
+  /// interfaces.
   ~IXMLStartElementToken() override {}
   /// The attributes, with their counts, lookups and index access.
   virtual const CXMLAttributeList& GetAttributes() const = 0;

@@ -11,7 +11,10 @@ namespace io {
 /// Character data, entities expanded.
 class VESK_API IXMLTextToken : public virtual IXMLToken {
  public:
+  /// Nothing to set up.
   IXMLTextToken() {}
+  /// Virtual through IXMLToken: tokens are deleted through any of their
+  /// interfaces.
   ~IXMLTextToken() override {}
   /// The text.
   virtual const vesk::base::CUnicodeString& GetText() const = 0;

@@ -25,7 +25,9 @@ enum XMLTokenType {
 /// so a concrete token holds exactly one IXMLToken whatever path reaches it.
 class VESK_API IXMLToken {
  public:
+  /// Nothing to set up.
   IXMLToken() {}
+  /// Virtual: tokens are deleted through their interfaces.
   virtual ~IXMLToken() {}
   /// The kind, fixed when the token was made.
   virtual XMLTokenType GetType() const = 0;

@@ -17,6 +17,7 @@ class VESK_API CInputStream : public vesk::base::CObject {
   /// What Read() returns at the end of the data.
   static constexpr int EOS = 0xFFFF;
 
+  /// Virtual: streams are deleted through the contract. Closes nothing.
   ~CInputStream() override;
 
   /// Bytes that can be read without blocking.
@@ -34,9 +35,11 @@ class VESK_API CInputStream : public vesk::base::CObject {
   virtual int Skip(unsigned int count);
   /// Rewinds to the start (or to a decorator's mark).
   virtual void Reset() = 0;
+  /// Releases what the stream holds; later calls fail.
   virtual void Close() = 0;
 
  protected:
+  /// Only implementations are built.
   CInputStream() {}
 };
 

@@ -16,9 +16,12 @@ namespace io {
 class VESK_API CJavaDataInputStream : public CDataInputStream {
   VESK_DECLARE_CLASS(CJavaDataInputStream);
 
+  ///@{
   /// Same contract as CDataInputStream's constructors.
   explicit CJavaDataInputStream(const vesk::base::CRef<CInputStream>& stream);
   explicit CJavaDataInputStream(CInputStream* stream);
+  ///@}
+  /// As CDataInputStream's: does not close the wrapped stream.
   ~CJavaDataInputStream() override;
 
   vesk::base::CUnicodeString ReadString() override;

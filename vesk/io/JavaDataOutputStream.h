@@ -17,9 +17,12 @@ namespace io {
 class VESK_API CJavaDataOutputStream : public CDataOutputStream {
   VESK_DECLARE_CLASS(CJavaDataOutputStream);
 
+  ///@{
   /// Same contract as CDataOutputStream's constructors.
   explicit CJavaDataOutputStream(const vesk::base::CRef<COutputStream>& stream);
   explicit CJavaDataOutputStream(COutputStream* stream);
+  ///@}
+  /// As CDataOutputStream's: neither flushes nor closes.
   ~CJavaDataOutputStream() override;
 
   /// Throws CIOException "The specified string is too long." before writing

@@ -19,6 +19,7 @@ class VESK_API CMemoryInputStream : public CInputStream {
   /// library heap) to the stream. Throws CIllegalArgumentException for null
   /// data.
   CMemoryInputStream(const char* data, unsigned int length, bool takeOwnership);
+  /// Frees the data when the stream owns it and has not been closed.
   ~CMemoryInputStream() override;
 
   /// Bytes left to read.

@@ -20,6 +20,7 @@ class VESK_API CMemoryOutputStream : public COutputStream {
   /// A non-zero initialCapacity is allocated at once (CMemoryException when
   /// that fails); a growBy of 0 means 64.
   CMemoryOutputStream(unsigned int initialCapacity, unsigned int growBy);
+  /// Frees the collected bytes.
   ~CMemoryOutputStream() override;
 
   /// Appends; CIOException "Memory full." when the block cannot grow.

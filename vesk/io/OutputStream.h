@@ -13,6 +13,8 @@ namespace io {
 class VESK_API COutputStream : public vesk::base::CObject {
   VESK_DECLARE_CLASS(COutputStream);
 
+  /// Virtual: streams are deleted through the contract. Flushes and closes
+  /// nothing.
   ~COutputStream() override;
 
   /// Writes buffer[offset .. offset + length). Default: nothing for a null
@@ -29,6 +31,7 @@ class VESK_API COutputStream : public vesk::base::CObject {
   virtual void Close() = 0;
 
  protected:
+  /// Only implementations are built.
   COutputStream() {}
 };
 

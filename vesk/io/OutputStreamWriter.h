@@ -34,6 +34,8 @@ class VESK_API COutputStreamWriter : public CWriter {
                       bool writeByteOrderMark);
   /// Borrows out; otherwise as above.
   COutputStreamWriter(COutputStream* out, const char* encoding, bool writeByteOrderMark);
+  /// Frees the byte buffer without writing it out and without closing the
+  /// wrapped stream: Flush or Close first.
   ~COutputStreamWriter() override;
 
   void Write(const vesk::base::CUnicodeString& text, unsigned int offset,

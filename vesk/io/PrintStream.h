@@ -22,6 +22,7 @@ class VESK_API CPrintStream : public COutputStream {
   CPrintStream(COutputStream* stream, bool autoFlush);
   /// Shares stream. Throws CIllegalArgumentException for an empty handle.
   CPrintStream(const vesk::base::CRef<COutputStream>& stream, bool autoFlush);
+  /// Neither flushes nor closes the wrapped stream.
   ~CPrintStream() override;
 
   /// Forwarded to the wrapped stream; "Stream closed." once closed.
@@ -36,15 +37,22 @@ class VESK_API CPrintStream : public COutputStream {
   virtual void Print(const vesk::base::CString& text);
   /// The text's bytes up to its terminator; nothing for null.
   virtual void Print(const char* text);
+  /// The byte itself (a NUL too).
   virtual void Print(char value);
+  /// printf's "%g" form.
   virtual void Print(double value);
+  /// printf's "%g" form of the value as a double.
   virtual void Print(float value);
+  /// Decimal digits.
   virtual void Print(unsigned int value);
+  /// Decimal, with '-' when negative.
   virtual void Print(int value);
+  /// Decimal, with '-' when negative.
   virtual void Print(short value);
   /// "true" or "false".
   virtual void Print(bool value);
 
+  ///@{
   /// Print(value) followed by the line separator; with auto-flush the
   /// wrapped stream is flushed after the separator.
   virtual void Println(const vesk::base::CString& text);
@@ -56,6 +64,7 @@ class VESK_API CPrintStream : public COutputStream {
   virtual void Println(int value);
   virtual void Println(short value);
   virtual void Println(bool value);
+  ///@}
   /// The line separator alone.
   virtual void Println();
 

@@ -37,6 +37,7 @@ class VESK_API CPrintWriter : public CWriter {
   /// above.
   explicit CPrintWriter(const vesk::base::CRef<CWriter>& writer, bool autoFlush = false,
                         const unsigned short* endOfLine = nullptr);
+  /// Neither flushes nor closes the wrapped writer.
   ~CPrintWriter() override;
 
   // Every write and Flush throws CIOException "Writer closed." after Close
@@ -55,6 +56,7 @@ class VESK_API CPrintWriter : public CWriter {
 
   /// Narrow (UTF-8) text; nothing for null.
   void Print(const char* text);
+  /// The string's units: Write(text).
   void Print(const vesk::base::CUnicodeString& text);
   /// Narrow (UTF-8) text; nothing for an empty string.
   void Print(const vesk::base::CString& text);
@@ -62,8 +64,11 @@ class VESK_API CPrintWriter : public CWriter {
   void Print(const unsigned short* text);
   /// "true" or "false".
   void Print(bool value);
+  /// Decimal, with '-' when negative.
   void Print(short value);
+  /// Decimal, with '-' when negative.
   void Print(int value);
+  /// Decimal digits.
   void Print(unsigned int value);
   /// The low 32 bits of value, unsigned.
   void Print(unsigned long long value);
@@ -77,12 +82,17 @@ class VESK_API CPrintWriter : public CWriter {
   void Print(unsigned short value);
   /// The value in decimal.
   void PrintUnsignedChar(unsigned char value);
+  /// The value in decimal.
   void PrintUnsignedShort(unsigned short value);
+  /// The value in decimal.
   void PrintInt(int value);
+  /// The value in decimal.
   void PrintUnsignedInt(unsigned int value);
 
   /// Writes the end of line; CIOException "Writer closed." after Close.
   void Println();
+  ///@{
+  /// Print(value) followed by the end of line.
   void Println(bool value);
   void Println(short value);
   void Println(int value);
@@ -94,6 +104,7 @@ class VESK_API CPrintWriter : public CWriter {
   void Println(const vesk::base::CString& text);
   void Println(const unsigned short* text);
   void Println(const vesk::base::CUnicodeString& text);
+  ///@}
 
   /// Stores the end-of-line text in out: the one given at construction, or
   /// CR LF.

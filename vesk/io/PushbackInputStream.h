@@ -22,6 +22,7 @@ class VESK_API CPushbackInputStream : public CInputStream {
   CPushbackInputStream(CInputStream* stream, unsigned int size);
   /// Shares stream; otherwise as above.
   CPushbackInputStream(const vesk::base::CRef<CInputStream>& stream, unsigned int size);
+  /// Frees the pushback buffer; does not close the wrapped stream.
   ~CPushbackInputStream() override;
 
   /// The wrapped stream's count plus the bytes given back.
@@ -45,6 +46,9 @@ class VESK_API CPushbackInputStream : public CInputStream {
   /// Gives bytes back so that buffer[0] is read first. CIOException when
   /// length exceeds the room left; a null buffer gives nothing back.
   void Unread(const char* buffer, unsigned int length);
+  /// Gives back length bytes from buffer + offset, so that buffer[offset] is
+  /// read first. CIOException "Pushback buffer is full." when length exceeds
+  /// the room left.
   void Unread(const char* buffer, unsigned int offset, unsigned int length);
 
  private:

@@ -22,6 +22,7 @@ class VESK_API CPushbackReader : public CReader {
   CPushbackReader(CReader* reader, unsigned int size);
   /// Shares reader; otherwise as above.
   CPushbackReader(const vesk::base::CRef<CReader>& reader, unsigned int size);
+  /// Frees the pushback buffer; does not close the wrapped reader.
   ~CPushbackReader() override;
 
   /// Units given back first, then the wrapped reader; when that is at its
@@ -43,6 +44,9 @@ class VESK_API CPushbackReader : public CReader {
   /// Gives units back so that chars[0] is read first. CIOException when
   /// length exceeds the room left; a null source gives nothing back.
   void Unread(const unsigned short* chars, unsigned int length);
+  /// Gives back length units from chars + offset, so that chars[offset] is
+  /// read first. CIOException "Pushback buffer is full." when length exceeds
+  /// the room left.
   void Unread(const unsigned short* chars, unsigned int offset, unsigned int length);
 
  private:

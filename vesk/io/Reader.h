@@ -17,6 +17,7 @@ class VESK_API CReader : public vesk::base::CObject {
   /// What Read() returns at the end of the data.
   static constexpr int EOS = 0xFFFFF;
 
+  /// Virtual: readers are deleted through the contract. Closes nothing.
   ~CReader() override;
 
   /// Stores up to length units at buffer + offset; the count, or -1 at the
@@ -29,10 +30,13 @@ class VESK_API CReader : public vesk::base::CObject {
   /// Default: reads up to count units one by one and returns how many were
   /// NOT skipped (0 when all were).
   virtual int Skip(unsigned int count);
+  /// Rewinds to the start (or to a decorator's mark).
   virtual void Reset() = 0;
+  /// Releases what the reader holds; later calls fail.
   virtual void Close() = 0;
 
  protected:
+  /// Only implementations are built.
   CReader() {}
 };
 

@@ -12,6 +12,7 @@ namespace io {
 class VESK_API CUnknownCharacterException : public vesk::io::CCharConversionException {
   VESK_DECLARE_CLASS(CUnknownCharacterException);
 
+  /// Records the throw site and the unit; description and message are null.
   CUnknownCharacterException(const char* sourceFile, int sourceLine, unsigned short character);
   /// The UTF-16 code unit that could not be converted.
   unsigned short GetCharacter() const { return m_character; }

@@ -13,6 +13,8 @@ namespace io {
 class VESK_API CUnsupportedEncodingException : public vesk::io::CIOException {
   VESK_DECLARE_CLASS(CUnsupportedEncodingException);
 
+  /// Records the throw site and a copy of the encoding name (null or ""
+  /// leaves it empty); description and message are null.
   CUnsupportedEncodingException(const char* sourceFile, unsigned int sourceLine, const char* encoding);
   /// The encoding name that was asked for (empty when none).
   const vesk::base::CString& GetEncoding() const { return m_encoding; }

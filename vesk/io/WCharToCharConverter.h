@@ -18,6 +18,7 @@ namespace io {
 class VESK_API CWCharToCharConverter : public vesk::base::CObject {
   VESK_DECLARE_CLASS(CWCharToCharConverter);
 
+  /// Nothing to release but the name.
   ~CWCharToCharConverter() override;
 
   /// Encodes units[offset .. offset + length) into
@@ -44,11 +45,15 @@ class VESK_API CWCharToCharConverter : public vesk::base::CObject {
   static vesk::base::CRef<CWCharToCharConverter> GetConverter(const vesk::base::CString& name);
 
  protected:
+  ///@{
   /// Throws CIllegalArgumentException "Invalid encoding." for a null or
   /// empty name.
   explicit CWCharToCharConverter(const char* encoding);
   explicit CWCharToCharConverter(const vesk::base::CString& encoding);
+  ///@}
+  /// Copies the encoding name.
   CWCharToCharConverter(const CWCharToCharConverter& other);
+  /// Copies the encoding name.
   CWCharToCharConverter& operator=(const CWCharToCharConverter& other);
 
  private:

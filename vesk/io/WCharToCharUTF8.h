@@ -25,8 +25,11 @@ class VESK_API CWCharToCharUTF8 : public CWCharToCharConverter {
 
   /// A converter named "UTF-8" with nothing pending.
   CWCharToCharUTF8();
+  /// Copies the name and any pending high surrogate.
   CWCharToCharUTF8(const CWCharToCharUTF8& other);
+  /// Copies the name and any pending high surrogate.
   CWCharToCharUTF8& operator=(const CWCharToCharUTF8& other);
+  /// Nothing to release but the name.
   ~CWCharToCharUTF8() override;
 
   int Convert(const unsigned short* units, unsigned int offset, unsigned int length, char* bytes,

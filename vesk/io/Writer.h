@@ -16,6 +16,8 @@ namespace io {
 class VESK_API CWriter : public vesk::base::CObject {
   VESK_DECLARE_CLASS(CWriter);
 
+  /// Virtual: writers are deleted through the contract. Flushes and closes
+  /// nothing.
   ~CWriter() override;
 
   /// Writes text[offset .. offset + length), the length clamped to the text;
@@ -32,10 +34,13 @@ class VESK_API CWriter : public vesk::base::CObject {
   virtual void Write(const unsigned short* chars);
   /// One unit.
   virtual void Write(unsigned short ch);
+  /// Passes what is buffered on to the destination.
   virtual void Flush() = 0;
+  /// Flushes and releases the destination; later writes fail.
   virtual void Close() = 0;
 
  protected:
+  /// Only implementations are built.
   CWriter() {}
 };
 

@@ -24,9 +24,13 @@ class VESK_API CXMLAttribute : public vesk::base::CBase {
         m_namespaceURI(namespaceURI),
         m_value(value) {}
 
+  /// The name as written, with its prefix.
   const vesk::base::CUnicodeString& GetQualifiedName() const { return m_qualifiedName; }
+  /// The name without its prefix.
   const vesk::base::CUnicodeString& GetLocalName() const { return m_localName; }
+  /// The namespace URI; empty for an attribute without prefix.
   const vesk::base::CUnicodeString& GetNamespaceURI() const { return m_namespaceURI; }
+  /// The value, as normalised by the parser.
   const vesk::base::CUnicodeString& GetValue() const { return m_value; }
 
  private:

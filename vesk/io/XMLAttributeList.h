@@ -25,9 +25,15 @@ namespace io {
 /// refused.
 class VESK_API CXMLAttributeList : public vesk::base::CBase {
  public:
+  /// An empty list; nothing is allocated until the first Add.
   CXMLAttributeList();
+  /// A copy of other's records (the strings are shared, not copied);
+  /// CMemoryException when the array cannot be allocated.
   CXMLAttributeList(const CXMLAttributeList& other);
+  /// Replaces the records by a copy of other's; on failure the list is
+  /// unchanged.
   CXMLAttributeList& operator=(const CXMLAttributeList& other);
+  /// Destroys the records and frees the array.
   ~CXMLAttributeList();
 
   /// Appends a record. A null value is stored as the empty string; an

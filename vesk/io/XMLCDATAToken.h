@@ -13,8 +13,10 @@ namespace io {
 class VESK_API CXMLCDATAToken : public CXMLToken, public virtual IXMLCDATAToken {
   VESK_DECLARE_CLASS(CXMLCDATAToken);
 
+  /// A token holding text.
   explicit CXMLCDATAToken(const vesk::base::CUnicodeString& text)
       : CXMLToken(XMLCDATA), m_text(text) {}
+  /// Releases the token's strings.
   ~CXMLCDATAToken() override;
 
   vesk::base::CUnicodeString GetValue() const override { return m_text; }

@@ -13,8 +13,10 @@ namespace io {
 class VESK_API CXMLCommentToken : public CXMLToken, public virtual IXMLCommentToken {
   VESK_DECLARE_CLASS(CXMLCommentToken);
 
+  /// A token holding text.
   explicit CXMLCommentToken(const vesk::base::CUnicodeString& text)
       : CXMLToken(XMLComment), m_text(text) {}
+  /// Releases the token's strings.
   ~CXMLCommentToken() override;
 
   vesk::base::CUnicodeString GetValue() const override { return m_text; }

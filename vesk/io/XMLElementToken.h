@@ -20,6 +20,8 @@ class VESK_API CXMLElementToken : public CXMLToken, public virtual IXMLElementTo
   /// information.
   CXMLElementToken(XMLTokenType type, const vesk::base::CUnicodeString& qualifiedName)
       : CXMLToken(type), m_qualifiedName(qualifiedName) {}
+  /// type is XMLStartElement or XMLEndElement; the name as written, its local
+  /// part and its namespace URI (empty for none).
   CXMLElementToken(XMLTokenType type, const vesk::base::CUnicodeString& qualifiedName,
                    const vesk::base::CUnicodeString& localName,
                    const vesk::base::CUnicodeString& namespaceURI)
@@ -27,6 +29,7 @@ class VESK_API CXMLElementToken : public CXMLToken, public virtual IXMLElementTo
         m_qualifiedName(qualifiedName),
         m_localName(localName),
         m_namespaceURI(namespaceURI) {}
+  /// Releases the token's strings.
   ~CXMLElementToken() override;
 
   bool HasNamespace() const override { return !m_namespaceURI.IsEmpty(); }

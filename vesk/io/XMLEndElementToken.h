@@ -16,10 +16,13 @@ class VESK_API CXMLEndElementToken : public CXMLElementToken, public virtual IXM
   /// The raw name only (local name and namespace URI stay empty).
   explicit CXMLEndElementToken(const vesk::base::CUnicodeString& qualifiedName)
       : CXMLElementToken(XMLEndElement, qualifiedName) {}
+  /// The name as written, its local part and its namespace URI (empty for
+  /// none).
   CXMLEndElementToken(const vesk::base::CUnicodeString& qualifiedName,
                       const vesk::base::CUnicodeString& localName,
                       const vesk::base::CUnicodeString& namespaceURI)
       : CXMLElementToken(XMLEndElement, qualifiedName, localName, namespaceURI) {}
+  /// Releases the token's strings.
   ~CXMLEndElementToken() override;
 };
 

@@ -13,8 +13,10 @@ namespace io {
 class VESK_API CXMLPIToken : public CXMLToken, public virtual IXMLPIToken {
   VESK_DECLARE_CLASS(CXMLPIToken);
 
+  /// A token holding the instruction's target and data.
   CXMLPIToken(const vesk::base::CUnicodeString& target, const vesk::base::CUnicodeString& data)
       : CXMLToken(XMLProcessingInstruction), m_target(target), m_data(data) {}
+  /// Releases the token's strings.
   ~CXMLPIToken() override;
 
   const vesk::base::CUnicodeString& GetTarget() const override { return m_target; }

@@ -20,12 +20,15 @@ class VESK_API CXMLStartElementToken : public CXMLElementToken,
   CXMLStartElementToken(const vesk::base::CUnicodeString& qualifiedName,
                         const CXMLAttributeList& attributes)
       : CXMLElementToken(XMLStartElement, qualifiedName), m_attributes(attributes) {}
+  /// The name as written, its local part, its namespace URI (empty for none)
+  /// and a copy of attributes.
   CXMLStartElementToken(const vesk::base::CUnicodeString& qualifiedName,
                         const vesk::base::CUnicodeString& localName,
                         const vesk::base::CUnicodeString& namespaceURI,
                         const CXMLAttributeList& attributes)
       : CXMLElementToken(XMLStartElement, qualifiedName, localName, namespaceURI),
         m_attributes(attributes) {}
+  /// Releases the names and the copy of the attribute list.
   ~CXMLStartElementToken() override;
 
   const CXMLAttributeList& GetAttributes() const override { return m_attributes; }

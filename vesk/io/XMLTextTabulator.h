@@ -16,9 +16,13 @@ namespace io {
 class VESK_API CXMLTextTabulator : public vesk::base::CObject {
   VESK_DECLARE_CLASS(CXMLTextTabulator);
 
+  /// Nothing to set up.
   CXMLTextTabulator() {}
+  /// Copies nothing: the base has no data.
   CXMLTextTabulator(const CXMLTextTabulator& other) : vesk::base::CObject(other) {}
+  /// Assigns nothing: the base has no data.
   CXMLTextTabulator& operator=(const CXMLTextTabulator&) { return *this; }
+  /// Virtual: tabulators are deleted through the base.
   ~CXMLTextTabulator() override;
 
   /// The indentation as zero-terminated UTF-16 text; null means none.

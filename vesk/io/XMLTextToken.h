@@ -13,8 +13,10 @@ namespace io {
 class VESK_API CXMLTextToken : public CXMLToken, public virtual IXMLTextToken {
   VESK_DECLARE_CLASS(CXMLTextToken);
 
+  /// A token holding text.
   explicit CXMLTextToken(const vesk::base::CUnicodeString& text)
       : CXMLToken(XMLText), m_text(text) {}
+  /// Releases the token's strings.
   ~CXMLTextToken() override;
 
   vesk::base::CUnicodeString GetValue() const override { return m_text; }

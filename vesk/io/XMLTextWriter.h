@@ -141,9 +141,14 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   /// Always a separate end tag, without tabulator text.
   void WriteFullEndElement() override;
 
+  ///@{
+  /// Start tag, escaped text and end tag, with the name rules of
+  /// WriteStartElement; only the one-name form is preceded by the tabulator's
+  /// text.
   void WriteElementString(const unsigned short* localName, const unsigned short* namespaceURI,
                           const unsigned short* text) override;
   void WriteElementString(const unsigned short* localName, const unsigned short* text) override;
+  ///@}
 
   /// Needs an open start tag ("Attributes must be written at start
   /// element."); the value must be XML characters ("Invalid character
@@ -177,6 +182,11 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   void Close() override;
 
   // --- typed elements and attributes (values unescaped, see above) --------
+  ///@{
+  /// A whole element holding the value's text, unescaped: bool "true" or
+  /// "false", char as a signed number, the other integer types in decimal
+  /// (64-bit ones in full), float "%g". As with WriteElementString, only the
+  /// one-name forms are preceded by the tabulator's text.
   void WriteElementBool(const unsigned short* localName, const unsigned short* namespaceURI,
                         bool value) override;
   void WriteElementBool(const unsigned short* localName, bool value) override;
@@ -220,12 +230,18 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   void WriteElementFloat(const unsigned short* localName, const unsigned short* namespaceURI,
                          float value) override;
   void WriteElementFloat(const unsigned short* localName, float value) override;
+  ///@}
   /// Six significant digits ("%g").
   void WriteElementDouble(const unsigned short* localName, const unsigned short* namespaceURI,
                           double value) override;
   /// Fifteen significant digits ("%.15g").
   void WriteElementDouble(const unsigned short* localName, double value) override;
 
+  ///@{
+  /// An attribute of the open start tag holding the value's text, unescaped:
+  /// bool "true" or "false", char as a signed number, the other integer types
+  /// in decimal (64-bit ones in full), float and double "%g". The rules of
+  /// WriteAttribute apply.
   void WriteAttrBool(const unsigned short* localName, const unsigned short* namespaceURI,
                      bool value) override;
   void WriteAttrBool(const unsigned short* localName, bool value) override;
@@ -271,8 +287,14 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   void WriteAttrDouble(const unsigned short* localName, const unsigned short* namespaceURI,
                        double value) override;
   void WriteAttrDouble(const unsigned short* localName, double value) override;
+  ///@}
 
   // --- typed content -------------------------------------------------------
+  ///@{
+  /// The value as content, as the print writer's matching Print (or
+  /// PrintUnsignedChar, PrintUnsignedShort, PrintInt, PrintUnsignedInt)
+  /// prints it: "true" or "false", decimal integers, "%f" for float and
+  /// double.
   void WriteBool(bool value) override;
   /// The character itself, escaped and checked as by WriteString.
   virtual void WriteChar(char value);
@@ -289,7 +311,12 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   virtual void WriteUInt64(unsigned long long value);
   void WriteFloat(float value) override;
   void WriteDouble(double value) override;
+  ///@}
 
+  ///@{
+  /// The typed content write of the value's type: WriteBool, WriteChar,
+  /// WriteUnsignedChar, WriteShort, WriteUnsignedShort, WriteInt,
+  /// WriteUnsignedInt, WriteUInt64, WriteFloat or WriteDouble.
   void Write(bool value) { WriteBool(value); }
   void Write(char value) { WriteChar(value); }
   void Write(unsigned char value) { WriteUnsignedChar(value); }
@@ -300,6 +327,7 @@ class VESK_API CXMLTextWriter : public CXMLWriter {
   void Write(unsigned long long value) { WriteUInt64(value); }
   void Write(float value) { WriteFloat(value); }
   void Write(double value) { WriteDouble(value); }
+  ///@}
 
  private:
   CXMLTextWriter(const CXMLTextWriter&);

@@ -15,7 +15,9 @@ namespace io {
 class VESK_API CXMLToken : public vesk::base::CObject, public virtual IXMLToken {
   VESK_DECLARE_CLASS(CXMLToken);
 
+  /// A token of kind type.
   explicit CXMLToken(XMLTokenType type) : m_type(static_cast<unsigned int>(type)) {}
+  /// Nothing to release: the kind is all a CXMLToken holds.
   ~CXMLToken() override;
 
   XMLTokenType GetType() const override { return static_cast<XMLTokenType>(m_type); }

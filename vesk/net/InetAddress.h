@@ -19,13 +19,18 @@ class VESK_API CInetAddress : public vesk::base::CBase {
   /// Copies the 4 bytes at address. Throws CIllegalArgumentException
   /// "Invalid IPv4 address." for null.
   CInetAddress(const unsigned char* address);
+  /// Copies the bytes and the host name, looked up or not.
   CInetAddress(const CInetAddress& other);
+  /// Copies the bytes and the host name, looked up or not.
   CInetAddress& operator=(const CInetAddress& other);
+  /// Nothing to release but the host name.
   ~CInetAddress();
 
   /// The 4 address bytes, network order.
   const unsigned char* GetAddress() const { return m_address; }
+  /// Same four bytes (host names are not compared).
   bool operator==(const CInetAddress& other) const;
+  /// Different bytes.
   bool operator!=(const CInetAddress& other) const { return !(*this == other); }
   /// True when the first byte lies from 224 to 240, both included.
   bool IsMulticastAddress() const;

@@ -20,8 +20,12 @@ class VESK_API CServerSocket : public vesk::base::CBase {
   /// GetLocalPort) and listens with room for backlog pending requests.
   /// Throws CSocketException "Bind socket failed." when the address is taken.
   CServerSocket(unsigned short port, unsigned int backlog, const CInetAddress& bindAddress);
+  /// Shares other's listener.
   CServerSocket(const CServerSocket& other);
+  /// Shares other's listener; the one held before is released (closed when
+  /// this was its last copy).
   CServerSocket& operator=(const CServerSocket& other);
+  /// Releases this copy; the last copy of a listener closes it.
   ~CServerSocket();
 
   /// The next connection, waiting at most GetTimeout() milliseconds (0: no
@@ -36,15 +40,21 @@ class VESK_API CServerSocket : public vesk::base::CBase {
 
   /// The address the socket is bound to, shared (not a copy).
   vesk::base::CRef<CInetAddress> GetInetAddress() const;
+  /// The port the socket listens on.
   unsigned short GetLocalPort() const;
+  ///@{
   /// Milliseconds Accept() waits (0 = without limit).
   unsigned int GetTimeout() const;
   void SetTimeout(unsigned int timeout);
+  ///@}
   /// Stops listening; a thread blocked in Accept wakes with an exception.
   void Close();
 
+  ///@{
+  /// Whether both share one implementation (or not).
   bool operator==(const CServerSocket& other) const { return m_impl == other.m_impl; }
   bool operator!=(const CServerSocket& other) const { return m_impl != other.m_impl; }
+  ///@}
 
  private:
   vesk::base::CRef<CSocketImpl> m_impl;

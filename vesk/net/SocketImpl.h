@@ -62,41 +62,59 @@ class VESK_API CSocketImpl : public vesk::base::CObject {
   /// blocked in a read or an accept on it wakes up.
   virtual void Close() = 0;
 
+  ///@{
   /// Options 0, 2, 3, 5, 7 and 9; another id throws CSocketException "The
   /// specified option is not a bool option.".
   virtual bool GetBoolOption(unsigned int id) const = 0;
   virtual void SetBoolOption(unsigned int id, bool value) = 0;
+  ///@}
+  ///@{
   /// Options 1, 4, 6 and 8; another id throws CSocketException "The
   /// specified option is not an int option.". OptionLinger reads -1 when
   /// lingering is off and switches it off for a value of 0 or less.
   virtual int GetIntOption(unsigned int id) const = 0;
   virtual void SetIntOption(unsigned int id, int value) = 0;
+  ///@}
 
+  ///@{
   /// The socket's streams, owned by the implementation (never delete them).
   virtual vesk::io::CInputStream* GetInputStream() = 0;
   virtual vesk::io::COutputStream* GetOutputStream() = 0;
+  ///@}
 
+  ///@{
   /// The remote address and port (empty and 0 before a connect).
   const vesk::base::CRef<CInetAddress>& GetInetAddress() const { return m_address; }
   unsigned short GetPort() const { return m_port; }
+  ///@}
+  ///@{
   /// The local address and port (empty and 0 before a bind or connect).
   const vesk::base::CRef<CInetAddress>& GetLocalInetAddress() const { return m_localAddress; }
   unsigned short GetLocalPort() const { return m_localPort; }
+  ///@}
+  ///@{
   /// The time-out of connects, reads and accepts in milliseconds; 0 = none.
   unsigned int GetTimeout() const { return m_timeout; }
   void SetTimeout(unsigned int timeout) { m_timeout = timeout; }
+  ///@}
 
  protected:
+  /// No address, ports 0, no time-out.
   CSocketImpl();
   /// Throws the type error for an id that is not a bool option.
   static void CheckBoolOption(unsigned int id);
   /// Throws the type error for an id that is not an int option.
   static void CheckIntOption(unsigned int id);
 
+  /// The remote address; empty before a connect.
   vesk::base::CRef<CInetAddress> m_address;
+  /// The remote port; 0 before a connect.
   unsigned short m_port;
+  /// The local address; empty before a bind or connect.
   vesk::base::CRef<CInetAddress> m_localAddress;
+  /// The local port; 0 before a bind or connect.
   unsigned short m_localPort;
+  /// The time-out of connects, reads and accepts in milliseconds; 0 = none.
   unsigned int m_timeout;
 
  private:

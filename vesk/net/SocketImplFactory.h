@@ -13,11 +13,13 @@ namespace net {
 /// Creates a new, not yet created (closed) socket implementation per call.
 class VESK_API CSocketImplFactory : public vesk::base::CBase {
  public:
+  /// Virtual: factories are deleted through the base.
   virtual ~CSocketImplFactory();
   /// A new implementation; throws CMemoryException when there is no memory.
   virtual vesk::base::CRef<CSocketImpl> CreateSocketImpl() = 0;
 
  protected:
+  /// Only implementations are built.
   CSocketImplFactory() {}
 
  private:

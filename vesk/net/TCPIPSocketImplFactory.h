@@ -12,7 +12,9 @@ namespace net {
 /// process-wide instance of it.
 class VESK_API CTCPIPSocketImplFactory : public CSocketImplFactory {
  public:
+  /// A factory; it holds no state.
   CTCPIPSocketImplFactory();
+  /// Nothing to release.
   ~CTCPIPSocketImplFactory() override;
   vesk::base::CRef<CSocketImpl> CreateSocketImpl() override;
 };

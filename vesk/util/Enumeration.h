@@ -15,6 +15,7 @@ namespace util {
 template <class T>
 class IEnumeration : public vesk::base::CBase {
  public:
+  /// Virtual: enumerations are deleted through the interface.
   virtual ~IEnumeration() {}
   /// Whether GetNextElement has another element to return.
   virtual bool HasMoreElements() const = 0;
@@ -33,6 +34,7 @@ class CEnumeration {
   /// at once when the handle cannot be allocated).
   explicit CEnumeration(IEnumeration<T>* enumeration) : m_enumeration(enumeration) {}
 
+  /// Whether GetNextElement has another element; false for an empty handle.
   bool HasMoreElements() const {
     return !m_enumeration.IsNull() && m_enumeration.Get()->HasMoreElements();
   }

@@ -32,16 +32,22 @@ struct CHashTraits {
   typedef K Stored;
   /// The source name of the exceptions the table throws.
   static const char* Source() { return "vesk/util/Hashtable"; }
+  /// Bytes a key needs past the node: none here.
   template <class Q>
   static std::size_t ExtraBytes(const Q&) {
     return 0;
   }
+  /// What a copied node is built from: the key itself.
   static const K& Copyable(const K& stored) { return stored; }
+  /// The key an enumeration hands out: the stored key itself (the scratch is
+  /// unused).
   static K& Expose(K& stored, K&) { return stored; }
+  /// GetHashCodeOf(key).
   template <class Q>
   static unsigned int Hash(const Q& key) {
     return static_cast<unsigned int>(GetHashCodeOf(key));
   }
+  /// stored == key.
   template <class Q>
   static bool Equals(const K& stored, const Q& key) {
     return stored == key;
@@ -57,18 +63,24 @@ struct CHashTraits {
 template <class K, class V, class Traits = CHashTraits<K>>
 class CHashtable : public vesk::base::CBase {
  public:
+  /// The form keys take inside a node (Traits::Stored).
   typedef typename Traits::Stored StoredKey;
 
   /// One node, allocated in one block: the stored hash of its key, the next
   /// node of the same bucket, the value and the key. The key comes last, so
   /// that a key kept as text can run on past the node in the same block.
   struct CEntry {
+    /// A node for key and value at the head of the chain next.
     template <class Q>
     CEntry(unsigned int hash, const Q& key, const V& value, CEntry* next)
         : m_hash(hash), m_next(next), m_value(value), m_key(key) {}
+    /// The hash of the key, kept for rehashing and quick rejects.
     unsigned int m_hash;
+    /// The next node of the same bucket, or null.
     CEntry* m_next;
+    /// The value.
     V m_value;
+    /// The key, in its stored form.
     StoredKey m_key;
   };
 
@@ -79,6 +91,7 @@ class CHashtable : public vesk::base::CBase {
   /// valid until the next call.
   class CKeyEnumeration : public IEnumeration<K> {
    public:
+    /// Starts before the first key of table.
     explicit CKeyEnumeration(const CHashtable& table) : m_table(&table), m_bucket(0), m_next(0) {
       Advance(nullptr);
     }
@@ -109,6 +122,9 @@ class CHashtable : public vesk::base::CBase {
     K m_current;  // the key last handed out, when keys are stored in another form
   };
 
+  /// An empty table of exactly capacity buckets (0 becomes 11); a loadFactor
+  /// of 0 or less becomes 0.75. Throws CMemoryException when the buckets
+  /// cannot be allocated.
   explicit CHashtable(unsigned int capacity = 101, float loadFactor = 0.75f)
       : m_buckets(nullptr), m_bucketCount(0), m_count(0), m_threshold(0), m_loadFactor(0) {
     if (loadFactor <= 0) loadFactor = 0.75f;
@@ -131,6 +147,8 @@ class CHashtable : public vesk::base::CBase {
     CopyFrom(other);
   }
 
+  /// Replaces the contents by a copy of other's (buckets, load factor and
+  /// nodes); on failure the table is unchanged.
   CHashtable& operator=(const CHashtable& other) {
     if (this != &other) {
       CHashtable copy(other);
@@ -139,15 +157,21 @@ class CHashtable : public vesk::base::CBase {
     return *this;
   }
 
+  /// Deletes every node and the bucket array.
   ~CHashtable() {
     Clear();
     FreeBlock(m_buckets);
   }
 
+  /// Number of entries.
   unsigned int GetSize() const { return m_count; }
+  /// Whether there are no entries.
   bool IsEmpty() const { return m_count == 0; }
+  /// Number of buckets.
   unsigned int GetBucketCount() const { return m_bucketCount; }
+  /// The entry count at which the next new key rehashes first.
   int GetThreshold() const { return m_threshold; }
+  /// The load factor the threshold is computed with.
   float GetLoadFactor() const { return m_loadFactor; }
 
   /// Stores value under key. Returns true when the key was present: its
@@ -173,17 +197,20 @@ class CHashtable : public vesk::base::CBase {
     }
   }
 
+  ///@{
   /// The value stored under key, or null.
   template <class Q>
   V* Find(const Q& key) {
     CEntry* e = FindEntry(key);
     return e ? &e->m_value : nullptr;
   }
+  /// The value stored under key, or null.
   template <class Q>
   const V* Find(const Q& key) const {
     CEntry* e = FindEntry(key);
     return e ? &e->m_value : nullptr;
   }
+  ///@}
   /// Copies the value stored under key into value; false when absent.
   template <class Q>
   bool Get(const Q& key, V& value) const {
@@ -192,6 +219,7 @@ class CHashtable : public vesk::base::CBase {
     value = e->m_value;
     return true;
   }
+  /// Whether key is present.
   template <class Q>
   bool ContainsKey(const Q& key) const {
     return FindEntry(key) != nullptr;
@@ -250,6 +278,7 @@ class CHashtable : public vesk::base::CBase {
   }
 
  protected:
+  /// The node of key, or null.
   template <class Q>
   CEntry* FindEntry(const Q& key) const {
     unsigned int hash = Traits::Hash(key);
@@ -259,6 +288,7 @@ class CHashtable : public vesk::base::CBase {
     return nullptr;
   }
 
+  /// Exchanges the whole contents with other; never throws.
   void Swap(CHashtable& other) {
     CEntry** buckets = m_buckets;
     m_buckets = other.m_buckets;

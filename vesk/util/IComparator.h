@@ -12,7 +12,10 @@ namespace util {
 /// before b, 0 when they are equal, positive otherwise.
 class VESK_API IComparator {
  public:
+  /// Virtual: comparators may be deleted through the interface.
   virtual ~IComparator() {}
+  /// Negative, 0 or positive as the record at a sorts before, with or after
+  /// the one at b.
   virtual int Compare(const void* a, const void* b) const = 0;
 };
 

@@ -20,25 +20,35 @@ class VESK_API CObjectVector : public vesk::base::CBase {
   /// Deep copy: every element of other is cloned. When a clone fails with
   /// CMemoryException the copies made so far are deleted first.
   CObjectVector(const CObjectVector& other);
+  /// Deletes the current elements, then clones other's, as the copy
+  /// constructor does; the growth step is copied too.
   CObjectVector& operator=(const CObjectVector& other);
+  /// Deletes every element and frees the array.
   ~CObjectVector();
 
+  /// Number of elements.
   unsigned int GetSize() const { return m_size; }
+  /// Whether there are no elements.
   bool IsEmpty() const { return m_size == 0; }
   /// Elements the array holds without growing.
   unsigned int GetCapacity() const { return m_capacity; }
+  /// The step the capacity moves in.
   unsigned int GetGrowthStep() const { return m_growthStep; }
 
+  ///@{
   /// The element at index; the vector keeps ownership. Throws
   /// CArrayIndexOutOfBoundsException when index >= size.
   vesk::base::CObject* GetElementAt(unsigned int index) const;
   vesk::base::CObject* operator[](unsigned int index) const { return GetElementAt(index); }
   vesk::base::CObject* GetFirstElement() const { return GetElementAt(0); }
   vesk::base::CObject* GetLastElement() const { return GetElementAt(m_size - 1); }
+  ///@}
 
+  ///@{
   /// First (last) index whose element Equals object, else -1.
   int GetIndexOf(const vesk::base::CObject* object) const;
   int GetLastIndexOf(const vesk::base::CObject* object) const;
+  ///@}
 
   /// Deletes the element at index and stores object in its place. Nothing
   /// changes (and object stays the caller's) when index >= size.
@@ -52,12 +62,18 @@ class VESK_API CObjectVector : public vesk::base::CBase {
   /// Deletes and removes the first element that Equals object; nothing when
   /// none does.
   void RemoveElement(const vesk::base::CObject* object);
+  /// Deletes and removes the element at index;
+  /// CArrayIndexOutOfBoundsException when index >= size.
   void RemoveElementAt(unsigned int index);
+  /// Deletes and removes every element.
   void RemoveAllElements();
   /// Remove without deleting: ownership passes back to the caller. The
   /// by-value form returns the detached element, or null when none Equals.
   vesk::base::CObject* DetachElement(const vesk::base::CObject* object);
+  /// Removes the element at index without deleting it and returns it;
+  /// CArrayIndexOutOfBoundsException when index >= size.
   vesk::base::CObject* DetachElementAt(unsigned int index);
+  /// Removes every element without deleting any.
   void DetachAllElements();
 
   /// Makes room for n elements (rounded up to the growth step).

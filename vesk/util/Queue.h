@@ -20,8 +20,11 @@ class CQueue : public vesk::base::CBase {
   explicit CQueue(unsigned int initialCapacity = 0, unsigned int growthStep = 10)
       : m_elements(initialCapacity, growthStep, "vesk/util/Queue") {}
 
+  /// Number of elements.
   unsigned int GetSize() const { return m_elements.GetSize(); }
+  /// Whether the queue holds nothing.
   bool IsEmpty() const { return m_elements.GetSize() == 0; }
+  /// Elements the array holds without growing.
   unsigned int GetCapacity() const { return m_elements.GetCapacity(); }
 
   /// Appends value at the tail.
@@ -31,6 +34,7 @@ class CQueue : public vesk::base::CBase {
     CheckNotEmpty(__LINE__);
     return m_elements.PopFront();
   }
+  ///@{
   /// The head, left in the queue.
   T& Peek() {
     CheckNotEmpty(__LINE__);
@@ -40,12 +44,14 @@ class CQueue : public vesk::base::CBase {
     CheckNotEmpty(__LINE__);
     return m_elements.At(0);
   }
+  ///@}
   /// Element i counted from the head; throws CEmptyQueueException when there
   /// is no such element.
   const T& GetElementAt(unsigned int i) const {
     if (i >= m_elements.GetSize()) throw CEmptyQueueException("vesk/util/Queue", __LINE__);
     return m_elements.At(i);
   }
+  /// Removes every element; the array shrinks to one growth step.
   void RemoveAll() { m_elements.RemoveAll(); }
 
  private:

@@ -33,6 +33,9 @@ class CRingBuffer : public vesk::base::CBase {
     if (initialCapacity > 0) Relocate(RoundUp(initialCapacity));
   }
 
+  /// Copies other's elements in order into an array of their count rounded up
+  /// to the step. A failed copy destroys what it made and passes the
+  /// exception on.
   CRingBuffer(const CRingBuffer& other)
       : vesk::base::CBase(other),
         m_elements(nullptr),
@@ -53,6 +56,7 @@ class CRingBuffer : public vesk::base::CBase {
     }
   }
 
+  /// Replaces the contents by a copy of other's; on failure nothing changes.
   CRingBuffer& operator=(const CRingBuffer& other) {
     if (this != &other) {
       CRingBuffer copy(other);
@@ -61,19 +65,28 @@ class CRingBuffer : public vesk::base::CBase {
     return *this;
   }
 
+  /// Destroys the elements and frees the array.
   ~CRingBuffer() {
     Clear();
     FreeBlock(m_elements);
   }
 
+  /// Number of elements.
   unsigned int GetSize() const { return m_size; }
+  /// Elements the array holds without growing.
   unsigned int GetCapacity() const { return m_capacity; }
+  /// The step the capacity moves in.
   unsigned int GetGrowthStep() const { return m_growthStep; }
 
+  ///@{
   /// Element i counted from the front (0 = the oldest pushed at the back).
   T& At(unsigned int i) { return m_elements[Slot(i)]; }
   const T& At(unsigned int i) const { return m_elements[Slot(i)]; }
+  ///@}
 
+  /// Appends a copy of value at the back, growing first when full;
+  /// CMemoryException (with the source given at construction) when the array
+  /// cannot grow.
   void PushBack(const T& value) {
     if (m_size == m_capacity) {
       unsigned int wanted = RoundUp(m_size + 1);
@@ -84,6 +97,8 @@ class CRingBuffer : public vesk::base::CBase {
     ++m_size;
   }
 
+  /// Removes and returns the back element (the newest); the buffer must not
+  /// be empty.
   T PopBack() {
     T& slot = At(m_size - 1);
     T value(std::move(slot));
@@ -93,6 +108,8 @@ class CRingBuffer : public vesk::base::CBase {
     return value;
   }
 
+  /// Removes and returns the front element (the oldest); the buffer must not
+  /// be empty.
   T PopFront() {
     T& slot = m_elements[m_head];
     T value(std::move(slot));
@@ -109,6 +126,7 @@ class CRingBuffer : public vesk::base::CBase {
     Compact();
   }
 
+  /// Exchanges the whole contents with other; never throws.
   void Swap(CRingBuffer& other) {
     std::swap(m_elements, other.m_elements);
     std::swap(m_head, other.m_head);

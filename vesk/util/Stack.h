@@ -19,16 +19,21 @@ class CStack : public vesk::base::CBase {
   explicit CStack(unsigned int initialCapacity = 0, unsigned int growthStep = 10)
       : m_elements(initialCapacity, growthStep, "vesk/util/Stack") {}
 
+  /// Number of elements.
   unsigned int GetSize() const { return m_elements.GetSize(); }
+  /// Whether the stack holds nothing.
   bool IsEmpty() const { return m_elements.GetSize() == 0; }
+  /// Elements the array holds without growing.
   unsigned int GetCapacity() const { return m_elements.GetCapacity(); }
 
+  /// Puts a copy of value on top.
   void Push(const T& value) { m_elements.PushBack(value); }
   /// Removes and returns the top element.
   T Pop() {
     CheckNotEmpty(__LINE__);
     return m_elements.PopBack();
   }
+  ///@{
   /// The top element, left on the stack.
   T& Peek() {
     CheckNotEmpty(__LINE__);
@@ -38,12 +43,14 @@ class CStack : public vesk::base::CBase {
     CheckNotEmpty(__LINE__);
     return m_elements.At(m_elements.GetSize() - 1);
   }
+  ///@}
   /// Element i counted from the bottom (0) to the top (size - 1); throws
   /// CEmptyStackException when there is no such element.
   const T& GetElementAt(unsigned int i) const {
     if (i >= m_elements.GetSize()) throw CEmptyStackException("vesk/util/Stack", __LINE__);
     return m_elements.At(i);
   }
+  /// Removes every element; the array shrinks to one growth step.
   void RemoveAll() { m_elements.RemoveAll(); }
 
  private:

@@ -23,10 +23,13 @@ VESK_API int GetStringHashCode(const char* text);
 VESK_API int GetCStringHashCode(const vesk::base::CString& text);
 /// The same rule over the 16-bit units of the string.
 VESK_API int GetCUnicodeStringHashCode(const vesk::base::CUnicodeString& text);
+///@{
 /// The value itself (folded to 32 bits).
 inline int GetLongHashCode(long value) { return static_cast<int>(value); }
 inline int GetUnsignedLongHashCode(unsigned long value) { return static_cast<int>(value); }
+///@}
 
+///@{
 /// Overloads through which the generic hashtable finds the hash of a key.
 inline int GetHashCodeOf(const char* text) { return GetStringHashCode(text); }
 inline int GetHashCodeOf(const vesk::base::CString& text) { return GetCStringHashCode(text); }
@@ -37,6 +40,7 @@ inline int GetHashCodeOf(long value) { return GetLongHashCode(value); }
 inline int GetHashCodeOf(unsigned long value) { return GetUnsignedLongHashCode(value); }
 inline int GetHashCodeOf(int value) { return value; }
 inline int GetHashCodeOf(unsigned int value) { return static_cast<int>(value); }
+///@}
 
 }  // namespace util
 }  // namespace vesk

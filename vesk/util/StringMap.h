@@ -17,7 +17,9 @@ class VESK_API CStringMap : public vesk::base::CBase {
   /// Steps through the keys in index order.
   class VESK_API CKeyIterator {
    public:
+    /// Starts before the first key of map, which must outlive the iterator.
     explicit CKeyIterator(CStringMap& map) : m_map(&map), m_index(0) {}
+    /// Whether GetNextElement has another key.
     bool HasMoreElements() const { return m_index < m_map->GetSize(); }
     /// CNoSuchElementException after the last key.
     vesk::base::CString& GetNextElement();
@@ -26,10 +28,14 @@ class VESK_API CStringMap : public vesk::base::CBase {
     CStringMap* m_map;
     unsigned int m_index;
   };
+  /// Steps through the keys of a const map in index order.
   class VESK_API CConstKeyIterator {
    public:
+    /// Starts before the first key of map, which must outlive the iterator.
     explicit CConstKeyIterator(const CStringMap& map) : m_map(&map), m_index(0) {}
+    /// Whether GetNextElement has another key.
     bool HasMoreElements() const { return m_index < m_map->GetSize(); }
+    /// CNoSuchElementException after the last key.
     const vesk::base::CString& GetNextElement();
 
    private:
@@ -41,49 +47,71 @@ class VESK_API CStringMap : public vesk::base::CBase {
   /// at once.
   explicit CStringMap(bool keysCaseSensitive = true, unsigned int initialCapacity = 0,
                       unsigned int growthStep = 5);
+  /// A copy of other's pairs, key rule and growth step.
   CStringMap(const CStringMap& other);
+  /// Replaces the contents by a copy of other's; on failure nothing changes.
   CStringMap& operator=(const CStringMap& other);
+  /// Releases both arrays.
   ~CStringMap();
 
+  /// Whether keys compare case sensitively.
   bool IsKeyCaseSensitive() const { return m_keysCaseSensitive; }
+  /// Whether there are no pairs.
   bool IsEmpty() const { return m_size == 0; }
+  /// Number of pairs.
   unsigned int GetSize() const { return m_size; }
+  /// Pairs the arrays hold without growing.
   unsigned int GetCapacity() const { return m_capacity; }
+  /// The step the capacity moves in.
   unsigned int GetGrowthStep() const { return m_growthStep; }
 
   /// Replaces the value of an existing key, else appends the pair. A null
   /// value stores the empty string; a null or empty key raises
   /// CIllegalArgumentException ("Invalid key.").
   void Put(const char* key, const char* value);
+  ///@{
   /// The value of key; CNoSuchElementException when the key is absent.
   vesk::base::CString& Get(const char* key);
   const vesk::base::CString& Get(const char* key) const;
+  ///@}
+  /// Whether key is present (by the map's key rule); false for null.
   bool ContainsKey(const char* key) const { return GetIndexOfKey(key) >= 0; }
   /// Whether some value equals value (case sensitively).
   bool Contains(const char* value) const { return GetIndexOf(value) >= 0; }
+  /// Index of key (by the map's key rule), or -1; -1 for null.
   int GetIndexOfKey(const char* key) const;
+  /// Index of the first value equal to value (case sensitively), or -1; -1
+  /// for null.
   int GetIndexOf(const char* value) const;
+  ///@{
   /// Key or value by index; CArrayIndexOutOfBoundsException when index >= size.
   vesk::base::CString& GetKeyAt(unsigned int index);
   const vesk::base::CString& GetKeyAt(unsigned int index) const;
   vesk::base::CString& GetAt(unsigned int index);
   const vesk::base::CString& GetAt(unsigned int index) const;
+  ///@}
 
   /// Removes the pair of key (later pairs move up); false when absent.
   bool Remove(const char* key);
   /// Removes every pair and releases both arrays.
   void RemoveAll();
 
+  /// Makes room for n pairs (rounded up to the growth step).
   void EnsureCapacity(unsigned int n);
+  /// Shrinks the arrays to exactly the size (releases them when empty).
   void TrimToSize();
 
   /// Equal sizes, and every key of this map is in other with an equal value
   /// (by other's key rule; order does not matter).
   bool operator==(const CStringMap& other) const;
+  /// Not operator==.
   bool operator!=(const CStringMap& other) const { return !(*this == other); }
 
+  ///@{
+  /// An iterator over the keys in index order.
   CKeyIterator GetKeyIterator() { return CKeyIterator(*this); }
   CConstKeyIterator GetKeyIterator() const { return CConstKeyIterator(*this); }
+  ///@}
 
  private:
   void AllocBuffer(unsigned int n);

@@ -13,6 +13,7 @@ namespace util {
 /// the enumeration and stay unchanged while it is walked.
 class VESK_API CStringVectorEnumeration : public IEnumeration<vesk::base::CString> {
  public:
+  /// Starts before the first element of vector.
   explicit CStringVectorEnumeration(const CStringVector* vector);
   bool HasMoreElements() const override;
   /// CNoSuchElementException when the last element was already returned.

@@ -13,6 +13,7 @@ namespace util {
 /// the enumeration and stay unchanged while it is walked.
 class VESK_API CUnicodeStringVectorEnumeration : public IEnumeration<vesk::base::CUnicodeString> {
  public:
+  /// Starts before the first element of vector.
   explicit CUnicodeStringVectorEnumeration(const CUnicodeStringVector* vector);
   bool HasMoreElements() const override;
   /// CNoSuchElementException when the last element was already returned.
