@@ -22,7 +22,9 @@ class VESK_API CFormattedString : public CBase {
       __attribute__((format(printf, 2, 3)))
 #endif
       ;
+  /// A copy sharing other's text.
   CFormattedString(const CFormattedString& other) : CBase(other), m_text(other.m_text) {}
+  /// Takes (shares) other's text.
   CFormattedString& operator=(const CFormattedString& other) {
     m_text = other.m_text;
     return *this;

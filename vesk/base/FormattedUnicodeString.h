@@ -18,8 +18,10 @@ class VESK_API CFormattedUnicodeString : public CBase {
   /// A null or empty format throws CIllegalArgumentException ("Invalid
   /// format string."); allocation failures throw CMemoryException.
   CFormattedUnicodeString(const unsigned short* format, ...);
+  /// A copy sharing other's text.
   CFormattedUnicodeString(const CFormattedUnicodeString& other)
       : CBase(other), m_text(other.m_text) {}
+  /// Takes (shares) other's text.
   CFormattedUnicodeString& operator=(const CFormattedUnicodeString& other) {
     m_text = other.m_text;
     return *this;

@@ -26,7 +26,9 @@ class VESK_API CStringTokenizer : public vesk::base::CBase {
   /// empty text (checked first), "Invalid delimiters." for a null or empty
   /// delimiter set.
   CStringTokenizer(const char* text, const char* delimiters, bool returnDelimiters);
+  /// A copy with other's text, delimiters and position.
   CStringTokenizer(const CStringTokenizer& other) = default;
+  /// Takes other's text, delimiters and position.
   CStringTokenizer& operator=(const CStringTokenizer& other) = default;
   ~CStringTokenizer() = default;
 

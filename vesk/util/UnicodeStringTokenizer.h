@@ -26,7 +26,9 @@ class VESK_API CUnicodeStringTokenizer : public vesk::base::CBase {
   /// empty text (checked first), "Invalid delimiters." for a null or empty
   /// delimiter set.
   CUnicodeStringTokenizer(const unsigned short* text, const unsigned short* delimiters, bool returnDelimiters);
+  /// A copy with other's text, delimiters and position.
   CUnicodeStringTokenizer(const CUnicodeStringTokenizer& other) = default;
+  /// Takes other's text, delimiters and position.
   CUnicodeStringTokenizer& operator=(const CUnicodeStringTokenizer& other) = default;
   ~CUnicodeStringTokenizer() = default;
 

@@ -41,38 +41,50 @@ class CRegExEngine;
 /// (a+)*b, (a)*b and the like instead).
 class VESK_API CRegEx : public vesk::base::CBase {
  public:
+  ///@{
   /// Compiles a pattern with no options. A null or empty pattern throws
   /// CIllegalArgumentException ("Invalid pattern."); a pattern the engine
   /// rejects throws CRegExParseException with the pattern and the engine's
   /// message; any other failure throws CMemoryException.
   CRegEx(const char* pattern);
   CRegEx(const unsigned short* pattern);
+  ///@}
+  ///@{
   /// Compiles with the engine's option letters ("i", "m", "s", "x", "F",
   /// "H", "X"). Null or empty options throw CIllegalArgumentException
   /// ("Invalid options."), checked after the pattern.
   CRegEx(const char* pattern, const char* options);
   CRegEx(const unsigned short* pattern, const unsigned short* options);
+  ///@}
+  /// A copy sharing other's compiled expression.
   CRegEx(const CRegEx& other) = default;
+  /// Shares other's compiled expression.
   CRegEx& operator=(const CRegEx& other) = default;
   ~CRegEx() = default;
 
+  ///@{
   /// Whether the pattern matches the text. A null text throws
   /// CIllegalArgumentException ("Invalid match string."); a failure inside
   /// the engine throws CMemoryException (the engine fails, for one, when it
   /// reaches a back reference to a group the pattern does not have).
   bool Matches(const char* text) const;
   bool Matches(const unsigned short* text) const;
+  ///@}
+  ///@{
   /// The same over the range from start to end. Unless start < end <= the
   /// text's length, throws CIllegalArgumentException ("Invalid start & end
   /// positons.").
   bool Matches(const char* text, unsigned int start, unsigned int end) const;
   bool Matches(const unsigned short* text, unsigned int start, unsigned int end) const;
+  ///@}
+  ///@{
   /// The same, recording the group positions in match.
   bool Matches(const char* text, CRegExMatch& match) const;
   bool Matches(const unsigned short* text, CRegExMatch& match) const;
   bool Matches(const char* text, unsigned int start, unsigned int end, CRegExMatch& match) const;
   bool Matches(const unsigned short* text, unsigned int start, unsigned int end,
                CRegExMatch& match) const;
+  ///@}
 
  private:
   void Compile(const char* pattern, const char* options);

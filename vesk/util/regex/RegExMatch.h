@@ -27,7 +27,10 @@ class VESK_API CRegExMatch : public vesk::base::CBase {
   /// A fresh record that holds no match yet. Allocation failures throw
   /// CMemoryException.
   CRegExMatch();
+  /// A copy that shares other's record: a later match through either shows
+  /// in both.
   CRegExMatch(const CRegExMatch& other) = default;
+  /// Shares other's record.
   CRegExMatch& operator=(const CRegExMatch& other) = default;
   ~CRegExMatch() = default;
 
