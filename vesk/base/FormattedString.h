@@ -29,6 +29,7 @@ class VESK_API CFormattedString : public CBase {
     m_text = other.m_text;
     return *this;
   }
+  /// Releases its share of the text.
   ~CFormattedString() {}
 
   /// The formatted text; valid while this object lives unchanged.

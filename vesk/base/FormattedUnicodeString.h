@@ -26,6 +26,7 @@ class VESK_API CFormattedUnicodeString : public CBase {
     m_text = other.m_text;
     return *this;
   }
+  /// Releases its share of the text.
   ~CFormattedUnicodeString() {}
 
   /// The formatted text (zero-terminated); valid while this object lives

@@ -30,6 +30,7 @@ class VESK_API CStringTokenizer : public vesk::base::CBase {
   CStringTokenizer(const CStringTokenizer& other) = default;
   /// Takes other's text, delimiters and position.
   CStringTokenizer& operator=(const CStringTokenizer& other) = default;
+  /// Releases the copies of text and delimiters.
   ~CStringTokenizer() = default;
 
   /// Tokens from the current position to the end; the position stays.

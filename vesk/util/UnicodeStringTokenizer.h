@@ -30,6 +30,7 @@ class VESK_API CUnicodeStringTokenizer : public vesk::base::CBase {
   CUnicodeStringTokenizer(const CUnicodeStringTokenizer& other) = default;
   /// Takes other's text, delimiters and position.
   CUnicodeStringTokenizer& operator=(const CUnicodeStringTokenizer& other) = default;
+  /// Releases the copies of text and delimiters.
   ~CUnicodeStringTokenizer() = default;
 
   /// Tokens from the current position to the end; the position stays.

@@ -60,6 +60,7 @@ class VESK_API CRegEx : public vesk::base::CBase {
   CRegEx(const CRegEx& other) = default;
   /// Shares other's compiled expression.
   CRegEx& operator=(const CRegEx& other) = default;
+  /// Releases its share of the compiled expression.
   ~CRegEx() = default;
 
   ///@{

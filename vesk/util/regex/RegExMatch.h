@@ -32,6 +32,7 @@ class VESK_API CRegExMatch : public vesk::base::CBase {
   CRegExMatch(const CRegExMatch& other) = default;
   /// Shares other's record.
   CRegExMatch& operator=(const CRegExMatch& other) = default;
+  /// Releases its share of the record.
   ~CRegExMatch() = default;
 
   /// Number of groups of the last match, group 0 included; 0 before the
