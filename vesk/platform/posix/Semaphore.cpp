@@ -58,9 +58,17 @@ void SemaphoreDelete(Semaphore* semaphore) noexcept {
   pthread_mutex_destroy(&s->mutex);
 }
 
+// The condition waits are cancellation points; a thread ended by
+// CThread::Destroy must not unwind out of them with the mutex held and the
+// count half taken, so cancellation waits until the wait is over.
 WaitResult SemaphoreWait(Semaphore* semaphore, unsigned int timeout) noexcept {
   CountingSemaphore* s = Get(semaphore);
-  if (pthread_mutex_lock(&s->mutex) != 0) return kWaitFailed;
+  int cancelState;
+  pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancelState);
+  if (pthread_mutex_lock(&s->mutex) != 0) {
+    pthread_setcancelstate(cancelState, nullptr);
+    return kWaitFailed;
+  }
   WaitResult result = kWaitSignalled;
   if (s->count == 0 && timeout != 0) {
     if (timeout == kWaitInfinite) {
@@ -82,6 +90,7 @@ WaitResult SemaphoreWait(Semaphore* semaphore, unsigned int timeout) noexcept {
   if (s->count == 0 && result == kWaitSignalled) result = kWaitTimeout;
   if (result == kWaitSignalled) --s->count;
   pthread_mutex_unlock(&s->mutex);
+  pthread_setcancelstate(cancelState, nullptr);
   return result;
 }
 

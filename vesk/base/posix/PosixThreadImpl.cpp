@@ -1,0 +1,256 @@
+#include "vesk/base/posix/PosixThreadImpl.h"
+
+#include <errno.h>
+#include <pthread.h>
+#include <stdint.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <new>
+
+#include "vesk/base/IllegalStateException.h"
+#include "vesk/base/MemoryException.h"
+#include "vesk/base/Thread.h"
+#include "vesk/base/win/WinSystemErrorException.h"
+#include "vesk/platform/Memory.h"
+#include "vesk/platform/Semaphore.h"
+#include "vesk/platform/Throw.h"
+#include "vesk/platform/posix/Deadline.h"
+
+namespace vesk {
+namespace base {
+
+CThreadImpl* CThreadImpl::Create() { return new posix::CPosixThreadImpl; }
+
+void CThreadImpl::HonourDestroy() { pthread_testcancel(); }
+
+namespace posix {
+
+namespace {
+
+const char* const kSource = "vesk/base/win/WinThreadImpl";
+const char* const kNotStarted = "Thread hasn't been started yet.";
+
+// The priority levels and the nice values they are kept as. A new thread
+// starts at its creator's nice value, as every POSIX thread does.
+struct Level {
+  int level;
+  int nice;
+};
+const Level kLevels[] = {{-15, 19}, {-2, 10}, {-1, 5}, {0, 0}, {1, -5}, {2, -10}, {15, -20}};
+
+bool NiceOf(int level, int* nice) {
+  for (const Level& l : kLevels) {
+    if (l.level == level) {
+      *nice = l.nice;
+      return true;
+    }
+  }
+  return false;
+}
+
+// The level whose nice value is nearest (the lower level on a tie), so a
+// value set by other means still reads as a level.
+int LevelOf(int nice) {
+  const Level* best = &kLevels[0];
+  for (const Level& l : kLevels) {
+    int distance = l.nice > nice ? l.nice - nice : nice - l.nice;
+    int bestDistance = best->nice > nice ? best->nice - nice : nice - best->nice;
+    if (distance < bestDistance) best = &l;
+  }
+  return best->level;
+}
+
+// Holds a mutex for a scope, also while a cancelled thread unwinds out of a
+// wait.
+struct Holding {
+  explicit Holding(pthread_mutex_t* m) : mutex(m) { pthread_mutex_lock(mutex); }
+  ~Holding() { pthread_mutex_unlock(mutex); }
+  pthread_mutex_t* mutex;
+};
+
+}  // namespace
+
+// One started thread: shared by the implementation and the thread itself,
+// freed by whichever lets go last.
+struct CPosixThreadImpl::Run {
+  pthread_mutex_t mutex;
+  pthread_cond_t ended;
+  pthread_t thread;
+  CThread* body;
+  pid_t tid;  // 0 until the thread has begun
+  bool done;
+  std::atomic<int> holders;
+
+  static Run* Make(CThread* body) {
+    void* memory = platform::Alloc(sizeof(Run));
+    if (!memory) VESK_THROW("vesk/base/Base", CMemoryException);
+    Run* run = new (memory) Run;
+    pthread_mutex_init(&run->mutex, nullptr);
+    pthread_condattr_t attributes;
+    pthread_condattr_init(&attributes);
+    pthread_condattr_setclock(&attributes, CLOCK_MONOTONIC);
+    pthread_cond_init(&run->ended, &attributes);
+    pthread_condattr_destroy(&attributes);
+    run->body = body;
+    run->tid = 0;
+    run->done = false;
+    run->holders.store(2, std::memory_order_relaxed);
+    return run;
+  }
+
+  void Let() {
+    if (holders.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+    pthread_cond_destroy(&ended);
+    pthread_mutex_destroy(&mutex);
+    this->~Run();
+    platform::Free(this);
+  }
+
+  // The thread's id once it has begun (0 when it already ended); the
+  // caller holds the mutex.
+  pid_t BegunTid() {
+    while (tid == 0 && !done) pthread_cond_wait(&ended, &mutex);
+    return done ? 0 : tid;
+  }
+
+  // Marks the thread ended and lets go of the record, also when the thread
+  // ends by cancellation or Exit.
+  struct Ending {
+    Run* run;
+    ~Ending() {
+      pthread_mutex_lock(&run->mutex);
+      run->done = true;
+      pthread_cond_broadcast(&run->ended);
+      pthread_mutex_unlock(&run->mutex);
+      run->Let();
+    }
+  };
+
+  static void* Entry(void* argument) {
+    Run* run = static_cast<Run*>(argument);
+    Ending ending{run};
+    pthread_mutex_lock(&run->mutex);
+    run->tid = gettid();
+    pthread_cond_broadcast(&run->ended);
+    pthread_mutex_unlock(&run->mutex);
+    internal::RunThreadBody(run->body);
+    return nullptr;
+  }
+};
+
+CPosixThreadImpl::CPosixThreadImpl() : m_run(nullptr), m_priority(0) {}
+
+// The thread goes on: like a thread handle that is never closed, the record
+// lives until the thread has ended too.
+CPosixThreadImpl::~CPosixThreadImpl() {
+  if (m_run) m_run->Let();
+}
+
+int CPosixThreadImpl::GetPriority() {
+  if (!m_run) return m_priority;
+  Holding hold(&m_run->mutex);
+  pid_t tid = m_run->BegunTid();
+  if (tid == 0) return m_priority;
+  errno = 0;
+  int nice = getpriority(PRIO_PROCESS, static_cast<id_t>(tid));
+  if (nice == -1 && errno != 0) return m_priority;
+  return LevelOf(nice);
+}
+
+void CPosixThreadImpl::SetPriority(int priority) {
+  m_priority = priority;
+  if (!m_run) return;
+  Holding hold(&m_run->mutex);
+  pid_t tid = m_run->BegunTid();
+  if (tid == 0) return;
+  int nice = 0;
+  int error = EINVAL;
+  if (NiceOf(priority, &nice)) {
+    error = setpriority(PRIO_PROCESS, static_cast<id_t>(tid), nice) == 0 ? 0 : errno;
+  }
+  if (error != 0) {
+    VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to set the priority of the thread.", error);
+  }
+}
+
+bool CPosixThreadImpl::IsAlive() {
+  if (!m_run) return false;
+  Holding hold(&m_run->mutex);
+  return !m_run->done;
+}
+
+void CPosixThreadImpl::Start(CThread* thread) {
+  if (!thread) return;
+  Run* run = Run::Make(thread);
+  pthread_attr_t attributes;
+  int error = pthread_attr_init(&attributes);
+  if (error == 0) {
+    pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
+    error = pthread_create(&run->thread, &attributes, &Run::Entry, run);
+    pthread_attr_destroy(&attributes);
+  }
+  if (error != 0) {
+    run->Let();
+    run->Let();
+    VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to create and start the thread.", error);
+  }
+  if (m_run) m_run->Let();
+  m_run = run;
+  if (m_priority == 0) return;
+  Holding hold(&run->mutex);
+  pid_t tid = run->BegunTid();
+  if (tid == 0) return;
+  int nice = 0;
+  error = EINVAL;
+  if (NiceOf(m_priority, &nice)) {
+    error = setpriority(PRIO_PROCESS, static_cast<id_t>(tid), nice) == 0 ? 0 : errno;
+  }
+  if (error != 0) {
+    VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to set the initial priority of the thread.",
+               error);
+  }
+}
+
+bool CPosixThreadImpl::Join(unsigned int timeout) {
+  if (!m_run) VESK_THROW(kSource, CIllegalStateException, kNotStarted, nullptr);
+  Holding hold(&m_run->mutex);
+  if (timeout == platform::kWaitInfinite) {
+    while (!m_run->done) {
+      int error = pthread_cond_wait(&m_run->ended, &m_run->mutex);
+      if (error != 0) VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to join the thread.", error);
+    }
+    return true;
+  }
+  timespec deadline = platform::MonotonicDeadline(timeout);
+  while (!m_run->done) {
+    int error = pthread_cond_timedwait(&m_run->ended, &m_run->mutex, &deadline);
+    if (error == ETIMEDOUT) return m_run->done;
+    if (error != 0) VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to join the thread.", error);
+  }
+  return true;
+}
+
+void CPosixThreadImpl::Join() {
+  if (!m_run) VESK_THROW(kSource, CIllegalStateException, kNotStarted, nullptr);
+  Join(platform::kWaitInfinite);
+}
+
+// A thread that has ended is left alone, as ending it again succeeds
+// without effect on other hosts.
+void CPosixThreadImpl::Destroy() {
+  if (!m_run) VESK_THROW(kSource, CIllegalStateException, kNotStarted, nullptr);
+  Holding hold(&m_run->mutex);
+  if (m_run->done) return;
+  int error = pthread_cancel(m_run->thread);
+  if (error != 0) VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to destroy the thread.", error);
+}
+
+void CPosixThreadImpl::Exit(unsigned int code) {
+  pthread_exit(reinterpret_cast<void*>(static_cast<uintptr_t>(code)));
+}
+
+}  // namespace posix
+}  // namespace base
+}  // namespace vesk
