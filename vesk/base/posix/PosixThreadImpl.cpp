@@ -83,7 +83,7 @@ struct CPosixThreadImpl::Run {
   bool done;
   std::atomic<int> holders;
 
-  static Run* Make(CThread* body) {
+  static Run* Make(CThread* body, int holders) {
     void* memory = platform::Alloc(sizeof(Run));
     if (!memory) VESK_THROW("vesk/base/Base", CMemoryException);
     Run* run = new (memory) Run;
@@ -96,12 +96,15 @@ struct CPosixThreadImpl::Run {
     run->body = body;
     run->tid = 0;
     run->done = false;
-    run->holders.store(2, std::memory_order_relaxed);
+    run->holders.store(holders, std::memory_order_relaxed);
     return run;
   }
 
   void Let() {
-    if (holders.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+    if (holders.fetch_sub(1, std::memory_order_acq_rel) == 1) Free();
+  }
+
+  void Free() {
     pthread_cond_destroy(&ended);
     pthread_mutex_destroy(&mutex);
     this->~Run();
@@ -116,15 +119,18 @@ struct CPosixThreadImpl::Run {
   }
 
   // Marks the thread ended and lets go of the record, also when the thread
-  // ends by cancellation or Exit.
+  // ends by cancellation or Exit. The hold goes before the mutex is left, so
+  // a thread that Join has seen end holds nothing any more (unlocking a
+  // mutex that another thread then destroys is safe).
   struct Ending {
     Run* run;
     ~Ending() {
       pthread_mutex_lock(&run->mutex);
       run->done = true;
       pthread_cond_broadcast(&run->ended);
+      bool last = run->holders.fetch_sub(1, std::memory_order_acq_rel) == 1;
       pthread_mutex_unlock(&run->mutex);
-      run->Let();
+      if (last) run->Free();
     }
   };
 
@@ -181,9 +187,15 @@ bool CPosixThreadImpl::IsAlive() {
   return !m_run->done;
 }
 
+// An auto-deleted thread may delete this implementation as soon as it
+// runs, so nothing here touches the object after the thread is created: the
+// record is stored before, and the priority step keeps a hold of its own.
 void CPosixThreadImpl::Start(CThread* thread) {
   if (!thread) return;
-  Run* run = Run::Make(thread);
+  int priority = m_priority;
+  Run* run = Run::Make(thread, priority != 0 ? 3 : 2);
+  Run* previous = m_run;
+  m_run = run;
   pthread_attr_t attributes;
   int error = pthread_attr_init(&attributes);
   if (error == 0) {
@@ -192,21 +204,25 @@ void CPosixThreadImpl::Start(CThread* thread) {
     pthread_attr_destroy(&attributes);
   }
   if (error != 0) {
-    run->Let();
+    m_run = previous;
+    run->holders.store(1, std::memory_order_relaxed);
     run->Let();
     VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to create and start the thread.", error);
   }
-  if (m_run) m_run->Let();
-  m_run = run;
-  if (m_priority == 0) return;
-  Holding hold(&run->mutex);
-  pid_t tid = run->BegunTid();
-  if (tid == 0) return;
+  if (previous) previous->Let();
+  if (priority == 0) return;
   int nice = 0;
   error = EINVAL;
-  if (NiceOf(m_priority, &nice)) {
-    error = setpriority(PRIO_PROCESS, static_cast<id_t>(tid), nice) == 0 ? 0 : errno;
+  {
+    Holding hold(&run->mutex);
+    pid_t tid = run->BegunTid();
+    if (tid == 0) {
+      error = 0;
+    } else if (NiceOf(priority, &nice)) {
+      error = setpriority(PRIO_PROCESS, static_cast<id_t>(tid), nice) == 0 ? 0 : errno;
+    }
   }
+  run->Let();
   if (error != 0) {
     VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to set the initial priority of the thread.",
                error);

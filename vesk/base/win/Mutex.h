@@ -24,8 +24,9 @@ class VESK_API CMutex : public CSyncObject {
   /// owns a mutex this call creates. Throws CMemoryException when the system
   /// cannot make it or the name belongs to an event.
   CMutex(const char* name, bool initiallyOwned);
-  /// A mutex the calling thread still owns is released; one that another
-  /// thread of this process owns keeps its memory until the process ends.
+  /// A named mutex is not released: one still owned is abandoned when its
+  /// owner thread ends, and its memory lasts until the process ends. An
+  /// unnamed one owned by the calling thread is released and freed.
   ~CMutex() override;
 
   bool IsTimeoutSupported() const override;

@@ -441,18 +441,22 @@ CPosixSyncObjectImpl* CPosixSyncObjectImpl::Open(const char* name, bool isMutex,
   return object;
 }
 
-// A mutex that the calling thread holds is released first. One that another
-// thread of this process holds keeps its record (that thread's robust list
-// still points into it): the memory is left rather than corrupted.
+// A mutex that a thread of this process still owns keeps its record, as
+// the owner's robust list points into it: when that thread ends a named
+// mutex is abandoned for the other holders of its name, as it would be with
+// the object still open. Its memory then lasts until the process ends. An
+// unnamed mutex that only the calling thread could still reach is simply
+// released.
 CPosixSyncObjectImpl::~CPosixSyncObjectImpl() {
   m_magic = 0;
   SyncRecord* r = m_record;
   bool keep = false;
   if (r && r->kind == kMutexKind) {
-    while (r->ownerTid.load(std::memory_order_relaxed) == Tid() && ReleaseMutex()) {
+    if (m_fd < 0) {
+      while (r->ownerTid.load(std::memory_order_relaxed) == Tid() && ReleaseMutex()) {
+      }
     }
-    std::int32_t owner = r->ownerTid.load(std::memory_order_relaxed);
-    keep = owner != 0 && r->ownerPid.load(std::memory_order_relaxed) == Pid();
+    keep = r->ownerTid.load(std::memory_order_relaxed) != 0 && r->ownerPid.load(std::memory_order_relaxed) == Pid();
   }
   if (r && !keep) {
     if (m_fd >= 0) {
