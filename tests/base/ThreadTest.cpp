@@ -171,6 +171,9 @@ TEST(ThreadTest, AutoDeletedThreadDeletesItselfAfterTheBody) {
 }
 
 TEST(ThreadTest, ExitAndDestroyEndTheThread) {
+#if !defined(__SANITIZE_THREAD__)
+  // ThreadSanitizer stops following a thread once it exits or is cancelled,
+  // so the clean-up that runs as that thread unwinds looks unguarded to it.
   std::atomic<bool> pastExit{false};
   CBodyThread exiting([&](CBodyThread& self) {
     self.Exit(7);
@@ -198,6 +201,7 @@ TEST(ThreadTest, ExitAndDestroyEndTheThread) {
   EXPECT_TRUE(waiting.Join(2000));
   EXPECT_TRUE(sleeping.Join(2000));
   EXPECT_EQ(0, ended.load());
+#endif
 }
 
 TEST(ThreadTest, PrioritiesAreLevels) {
