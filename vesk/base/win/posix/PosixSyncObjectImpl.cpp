@@ -154,7 +154,10 @@ Take Owned(SyncRecord* r, bool abandoned) {
   if (r->recursion++ == 0) {
     r->ownerPid.store(Pid(), std::memory_order_relaxed);
     r->ownerTid.store(Tid(), std::memory_order_relaxed);
-    if (r->abandonedPending.exchange(0, std::memory_order_relaxed) != 0) abandoned = true;
+    if (r->abandonedPending.load(std::memory_order_relaxed) != 0 &&
+        r->abandonedPending.exchange(0, std::memory_order_relaxed) != 0) {
+      abandoned = true;
+    }
   }
   return abandoned ? kTakenAbandoned : kTaken;
 }
@@ -473,12 +476,16 @@ CPosixSyncObjectImpl::~CPosixSyncObjectImpl() {
 
 bool CPosixSyncObjectImpl::IsMutex() const { return m_record->kind == kMutexKind; }
 
+// The fence pairs with the sleepers' increment: either this thread sees a
+// sleeper, or that sleeper's next attempt sees the change just made. Only
+// then must the generation move, so a release nobody waits for costs no
+// atomic write.
 void CPosixSyncObjectImpl::Bump() noexcept {
   SyncRecord* r = m_record;
+  std::atomic_thread_fence(std::memory_order_seq_cst);
+  if (r->sleepers.load(std::memory_order_relaxed) == 0) return;
   r->generation.fetch_add(1, std::memory_order_seq_cst);
-  if (r->sleepers.load(std::memory_order_seq_cst) != 0) {
-    Futex(&r->generation, FUTEX_WAKE | (IsShared() ? 0 : FUTEX_PRIVATE_FLAG), INT_MAX, nullptr, 0);
-  }
+  Futex(&r->generation, FUTEX_WAKE | (IsShared() ? 0 : FUTEX_PRIVATE_FLAG), INT_MAX, nullptr, 0);
 }
 
 bool CPosixSyncObjectImpl::ReleaseMutex() noexcept {
