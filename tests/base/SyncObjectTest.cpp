@@ -115,8 +115,8 @@ TEST(SyncObjectTest, ArgumentsAreChecked) {
   // Beyond 64 handles, a handle that is none, one object twice in a wait
   // for all: failures, as the system reports them.
   std::vector<void*> many(65, event.GetHandle());
-  int notAnObject = 0;
-  void* bad[] = {event.GetHandle(), &notAnObject};
+  alignas(16) unsigned char notAnObject[256] = {};
+  void* bad[] = {event.GetHandle(), notAnObject};
   EXPECT_EQ(kFailed, CSyncObject::WaitForMultipleSyncObject(65, many.data(), false, 0));
   EXPECT_EQ(kFailed, CSyncObject::WaitForMultipleSyncObject(2, bad, false, 0));
   EXPECT_EQ(kFailed, CSyncObject::WaitForMultipleSyncObject(2, handles, true, 0));

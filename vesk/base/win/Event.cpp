@@ -21,7 +21,7 @@ VESK_IMPLEMENT_CLASS(CEvent, CEvent, "vesk::base::win::CEvent", "vesk::base::win
 CEvent::CEvent(const char* name, bool initiallySignalled, bool manualReset)
     : CSyncObject(name), m_impl(CSyncObjectImpl::NewEvent(name, initiallySignalled, manualReset)) {
   if (!m_impl) VESK_THROW(kSource, CMemoryException);
-  SetHandle(m_impl);
+  SetHandle(m_impl->GetHandle());
 }
 
 CEvent::~CEvent() { delete m_impl; }
@@ -42,14 +42,14 @@ void CEvent::ResetEvent() {
 bool CEvent::IsTimeoutSupported() const { return true; }
 
 void CEvent::Acquire() {
-  unsigned int result = CSyncObjectImpl::WaitOne(m_impl, kWaitInfinite);
+  unsigned int result = CSyncObjectImpl::WaitOne(m_impl->GetHandle(), kWaitInfinite);
   if (!IsTaken(result)) {
     VESK_THROW(kSource, CWinSystemErrorException, kAcquireFailed, EINVAL);
   }
 }
 
 bool CEvent::TryAcquire(unsigned int timeout) {
-  unsigned int result = CSyncObjectImpl::WaitOne(m_impl, timeout);
+  unsigned int result = CSyncObjectImpl::WaitOne(m_impl->GetHandle(), timeout);
   if (result == kWaitTimeout) return false;
   if (!IsTaken(result)) {
     VESK_THROW(kSource, CWinSystemErrorException, kAcquireFailed, EINVAL);

@@ -21,7 +21,7 @@ VESK_IMPLEMENT_CLASS(CMutex, CMutex, "vesk::base::win::CMutex", "vesk::base::win
 CMutex::CMutex(const char* name, bool initiallyOwned)
     : CSyncObject(name), m_impl(CSyncObjectImpl::NewMutex(name, initiallyOwned)) {
   if (!m_impl) VESK_THROW(kSource, CMemoryException);
-  SetHandle(m_impl);
+  SetHandle(m_impl->GetHandle());
 }
 
 CMutex::~CMutex() { delete m_impl; }
@@ -29,14 +29,14 @@ CMutex::~CMutex() { delete m_impl; }
 bool CMutex::IsTimeoutSupported() const { return true; }
 
 void CMutex::Acquire() {
-  unsigned int result = CSyncObjectImpl::WaitOne(m_impl, kWaitInfinite);
+  unsigned int result = CSyncObjectImpl::WaitOne(m_impl->GetHandle(), kWaitInfinite);
   if (!IsTaken(result)) {
     VESK_THROW(kSource, CWinSystemErrorException, "Failed to acquire the underlying mutex object.", EINVAL);
   }
 }
 
 bool CMutex::TryAcquire(unsigned int timeout) {
-  unsigned int result = CSyncObjectImpl::WaitOne(m_impl, timeout);
+  unsigned int result = CSyncObjectImpl::WaitOne(m_impl->GetHandle(), timeout);
   if (result == kWaitTimeout) return false;
   if (!IsTaken(result)) {
     VESK_THROW(kSource, CWinSystemErrorException, "Failed to acquire the underlying mutex object.", EINVAL);

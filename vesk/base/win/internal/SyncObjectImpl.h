@@ -1,7 +1,6 @@
 /// \file
 /// CSyncObjectImpl: the host object behind a CMutex or CEvent, and the waits
-/// on one or several of them. Its address is the wait handle the public
-/// classes hand out. Each host supplies it in its own folder.
+/// on one or several of them. Each host supplies it in its own folder.
 #ifndef VESK_BASE_WIN_INTERNAL_SYNCOBJECTIMPL_H
 #define VESK_BASE_WIN_INTERNAL_SYNCOBJECTIMPL_H
 
@@ -46,6 +45,8 @@ class CSyncObjectImpl : public CBase {
   static unsigned int WaitMany(unsigned int count, void* const* handles, bool waitAll,
                                unsigned int timeout) noexcept;
 
+  /// The wait handle the public classes hand out.
+  virtual void* GetHandle() noexcept = 0;
   /// Mutex: gives up one hold; false when the caller does not own it.
   virtual bool ReleaseMutex() noexcept = 0;
   /// Event: signals it, waking what it can satisfy; false for a mutex.

@@ -415,7 +415,7 @@ bool SameObject(CPosixSyncObjectImpl* a, CPosixSyncObjectImpl* b) {
 }  // namespace
 
 CPosixSyncObjectImpl::CPosixSyncObjectImpl()
-    : m_magic(kMagic), m_record(nullptr), m_fd(-1), m_hostName(nullptr), m_key(0) {}
+    : m_handle{kMagic, this}, m_record(nullptr), m_fd(-1), m_hostName(nullptr), m_key(0) {}
 
 CPosixSyncObjectImpl* CPosixSyncObjectImpl::Open(const char* name, bool isMutex, bool initially,
                                                  bool manualReset) noexcept {
@@ -451,7 +451,7 @@ CPosixSyncObjectImpl* CPosixSyncObjectImpl::Open(const char* name, bool isMutex,
 // unnamed mutex that only the calling thread could still reach is simply
 // released.
 CPosixSyncObjectImpl::~CPosixSyncObjectImpl() {
-  m_magic = 0;
+  m_handle.mark = 0;
   SyncRecord* r = m_record;
   bool keep = false;
   if (r && r->kind == kMutexKind) {
@@ -514,8 +514,8 @@ bool CPosixSyncObjectImpl::ResetEvent() noexcept {
 }
 
 CPosixSyncObjectImpl* CPosixSyncObjectImpl::FromHandle(void* handle) noexcept {
-  CPosixSyncObjectImpl* object = static_cast<CPosixSyncObjectImpl*>(static_cast<CSyncObjectImpl*>(handle));
-  return object && object->m_magic == kMagic ? object : nullptr;
+  const Handle* h = static_cast<const Handle*>(handle);
+  return h && h->mark == kMagic && &h->object->m_handle == h ? h->object : nullptr;
 }
 
 }  // namespace posix

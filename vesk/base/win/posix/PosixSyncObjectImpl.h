@@ -20,6 +20,7 @@ class CPosixSyncObjectImpl : public CSyncObjectImpl {
   static CPosixSyncObjectImpl* Open(const char* name, bool isMutex, bool initially, bool manualReset) noexcept;
   ~CPosixSyncObjectImpl() override;
 
+  void* GetHandle() noexcept override { return &m_handle; }
   bool ReleaseMutex() noexcept override;
   bool SetEvent() noexcept override;
   bool ResetEvent() noexcept override;
@@ -38,7 +39,14 @@ class CPosixSyncObjectImpl : public CSyncObjectImpl {
  private:
   CPosixSyncObjectImpl();
 
-  unsigned int m_magic;
+  // What a handle points at: a plain record, so a handle that is none can
+  // be told by its mark without treating it as an object.
+  struct Handle {
+    unsigned int mark;
+    CPosixSyncObjectImpl* object;
+  };
+
+  Handle m_handle;
   SyncRecord* m_record;
   int m_fd;                 // the segment of a named object, else -1
   char* m_hostName;         // the segment's name, else null
