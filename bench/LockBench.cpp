@@ -8,6 +8,7 @@
 #include "vesk/base/Lock.h"
 #include "vesk/base/ReentrantLock.h"
 #include "vesk/base/Semaphore.h"
+#include "vesk/base/win/CriticalSection.h"
 
 namespace {
 
@@ -49,6 +50,15 @@ void BM_CReentrantLock(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_CReentrantLock);
+
+void BM_CCriticalSection(benchmark::State& state) {
+  vesk::base::win::CCriticalSection section;
+  for (auto _ : state) {
+    section.Acquire();
+    section.Release();
+  }
+}
+BENCHMARK(BM_CCriticalSection);
 
 void BM_CLazyLock(benchmark::State& state) {
   vesk::base::CLazyLock lock;

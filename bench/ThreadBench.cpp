@@ -1,7 +1,7 @@
 // Threads and the native synchronisation objects next to their peers: thread
 // start and join against std::thread, an event ping-pong against a condition
-// variable, the critical section against std::recursive_mutex, and a named
-// mutex against a process-shared robust pthread mutex.
+// variable, and a named mutex against a process-shared robust pthread mutex.
+// (The critical section runs with the other locks in LockBench.)
 #include <pthread.h>
 #include <unistd.h>
 
@@ -14,7 +14,6 @@
 #include <benchmark/benchmark.h>
 
 #include "vesk/base/Thread.h"
-#include "vesk/base/win/CriticalSection.h"
 #include "vesk/base/win/Event.h"
 #include "vesk/base/win/Mutex.h"
 
@@ -90,24 +89,6 @@ void BM_CEventPingPong(benchmark::State& state) {
   partner.join();
 }
 BENCHMARK(BM_CEventPingPong)->UseRealTime();
-
-void BM_StdRecursiveMutex(benchmark::State& state) {
-  std::recursive_mutex mutex;
-  for (auto _ : state) {
-    mutex.lock();
-    mutex.unlock();
-  }
-}
-BENCHMARK(BM_StdRecursiveMutex);
-
-void BM_CCriticalSection(benchmark::State& state) {
-  vesk::base::win::CCriticalSection section;
-  for (auto _ : state) {
-    section.Acquire();
-    section.Release();
-  }
-}
-BENCHMARK(BM_CCriticalSection);
 
 void BM_SharedRobustPthreadMutex(benchmark::State& state) {
   pthread_mutex_t mutex;

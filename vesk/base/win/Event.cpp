@@ -41,20 +41,10 @@ void CEvent::ResetEvent() {
 
 bool CEvent::IsTimeoutSupported() const { return true; }
 
-void CEvent::Acquire() {
-  unsigned int result = CSyncObjectImpl::WaitOne(m_impl->GetHandle(), kWaitInfinite);
-  if (!IsTaken(result)) {
-    VESK_THROW(kSource, CWinSystemErrorException, kAcquireFailed, EINVAL);
-  }
-}
+void CEvent::Acquire() { internal::TakeOrThrow(m_impl->GetHandle(), kWaitInfinite, kSource, kAcquireFailed); }
 
 bool CEvent::TryAcquire(unsigned int timeout) {
-  unsigned int result = CSyncObjectImpl::WaitOne(m_impl->GetHandle(), timeout);
-  if (result == kWaitTimeout) return false;
-  if (!IsTaken(result)) {
-    VESK_THROW(kSource, CWinSystemErrorException, kAcquireFailed, EINVAL);
-  }
-  return true;
+  return internal::TakeOrThrow(m_impl->GetHandle(), timeout, kSource, kAcquireFailed);
 }
 
 void CEvent::Release() {}

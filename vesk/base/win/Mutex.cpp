@@ -13,6 +13,7 @@ namespace win {
 
 namespace {
 const char* const kSource = "vesk/base/win/Mutex";
+const char* const kAcquireFailed = "Failed to acquire the underlying mutex object.";
 }
 
 VESK_IMPLEMENT_CLASS(CMutex, CMutex, "vesk::base::win::CMutex", "vesk::base::win::CSyncObject")
@@ -28,20 +29,10 @@ CMutex::~CMutex() { delete m_impl; }
 
 bool CMutex::IsTimeoutSupported() const { return true; }
 
-void CMutex::Acquire() {
-  unsigned int result = CSyncObjectImpl::WaitOne(m_impl->GetHandle(), kWaitInfinite);
-  if (!IsTaken(result)) {
-    VESK_THROW(kSource, CWinSystemErrorException, "Failed to acquire the underlying mutex object.", EINVAL);
-  }
-}
+void CMutex::Acquire() { internal::TakeOrThrow(m_impl->GetHandle(), kWaitInfinite, kSource, kAcquireFailed); }
 
 bool CMutex::TryAcquire(unsigned int timeout) {
-  unsigned int result = CSyncObjectImpl::WaitOne(m_impl->GetHandle(), timeout);
-  if (result == kWaitTimeout) return false;
-  if (!IsTaken(result)) {
-    VESK_THROW(kSource, CWinSystemErrorException, "Failed to acquire the underlying mutex object.", EINVAL);
-  }
-  return true;
+  return internal::TakeOrThrow(m_impl->GetHandle(), timeout, kSource, kAcquireFailed);
 }
 
 void CMutex::Release() {

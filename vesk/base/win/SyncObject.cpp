@@ -1,6 +1,9 @@
 #include "vesk/base/win/SyncObject.h"
 
+#include <errno.h>
+
 #include "vesk/base/IllegalArgumentException.h"
+#include "vesk/base/win/WinSystemErrorException.h"
 #include "vesk/base/win/internal/SyncObjectImpl.h"
 #include "vesk/platform/Throw.h"
 
@@ -37,6 +40,13 @@ unsigned int CSyncObject::WaitForMultipleSyncObject(unsigned int count, void* co
   if (count < 2) VESK_THROW(kSource, CIllegalArgumentException, "Invalid wait handle count.");
   if (!handles) VESK_THROW(kSource, CIllegalArgumentException, "Invalid wait handle array.");
   return CSyncObjectImpl::WaitMany(count, handles, waitAll, timeout);
+}
+
+bool internal::TakeOrThrow(void* handle, unsigned int timeout, const char* source, const char* failure) {
+  unsigned int result = CSyncObjectImpl::WaitOne(handle, timeout);
+  if (result == kWaitObject0 || result == kWaitAbandoned0) return true;
+  if (result == kWaitTimeout && timeout != kWaitInfinite) return false;
+  throw CWinSystemErrorException(source, __LINE__, failure, EINVAL);
 }
 
 }  // namespace win

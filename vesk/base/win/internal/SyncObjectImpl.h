@@ -17,8 +17,6 @@ constexpr unsigned int kWaitTimeout = 0x102;
 constexpr unsigned int kWaitFailed = 0xFFFFFFFFu;
 /// A timeout that never runs out.
 constexpr unsigned int kWaitInfinite = 0xFFFFFFFFu;
-/// Whether the result of a wait for one object means it was taken.
-inline bool IsTaken(unsigned int result) { return result == kWaitObject0 || result == kWaitAbandoned0; }
 /// The most objects one wait takes.
 constexpr unsigned int kMaxWaitObjects = 64;
 
@@ -61,6 +59,13 @@ class CSyncObjectImpl : public CBase {
   CSyncObjectImpl(const CSyncObjectImpl&);
   CSyncObjectImpl& operator=(const CSyncObjectImpl&);
 };
+
+namespace internal {
+/// Waits for one handle as CMutex and CEvent acquire: true when taken (also
+/// abandoned), false when the time ran out; any other result throws
+/// CWinSystemErrorException with source and the failure text.
+bool TakeOrThrow(void* handle, unsigned int timeout, const char* source, const char* failure);
+}  // namespace internal
 
 }  // namespace win
 }  // namespace base
