@@ -57,6 +57,7 @@
 #include "vesk/base/win/CriticalSection.h"
 #include "vesk/base/win/DualLock.h"
 #include "vesk/base/win/Event.h"
+#include "vesk/base/win/LazyCriticalSection.h"
 #include "vesk/base/win/MultiLock.h"
 #include "vesk/base/win/Mutex.h"
 #include "vesk/base/win/SingleLock.h"

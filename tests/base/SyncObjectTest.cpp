@@ -18,6 +18,7 @@
 #include "vesk/base/win/CriticalSection.h"
 #include "vesk/base/win/DualLock.h"
 #include "vesk/base/win/Event.h"
+#include "vesk/base/win/LazyCriticalSection.h"
 #include "vesk/base/win/MultiLock.h"
 #include "vesk/base/win/Mutex.h"
 #include "vesk/base/win/SingleLock.h"
@@ -126,6 +127,7 @@ TEST(SyncObjectTest, ClassesAndHandles) {
   CEvent event(nullptr, false, true);
   CMutex mutex("", false);
   CCriticalSection section;
+  CLazyCriticalSection lazy;
   CSingleLock single(&event, false);
   CSyncObject* objects[] = {&event, &mutex};
   CDualLock dual(&event, &mutex, false);
@@ -135,7 +137,8 @@ TEST(SyncObjectTest, ClassesAndHandles) {
     const char* name;
     bool handle;
   } rows[] = {{&event, "vesk::base::win::CEvent", true},     {&mutex, "vesk::base::win::CMutex", true},
-              {&section, "vesk::base::win::CCriticalSection", false}, {&single, "vesk::base::win::CSingleLock", false},
+              {&section, "vesk::base::win::CCriticalSection", false},
+              {&lazy, "vesk::base::win::CLazyCriticalSection", false}, {&single, "vesk::base::win::CSingleLock", false},
               {&dual, "vesk::base::win::CDualLock", false},   {&multi, "vesk::base::win::CMultiLock", false}};
   for (const Row& row : rows) {
     EXPECT_STREQ(row.name, row.object->GetClass()->GetQualifiedName());
@@ -145,6 +148,30 @@ TEST(SyncObjectTest, ClassesAndHandles) {
   }
   EXPECT_TRUE(event.IsTimeoutSupported());
   EXPECT_FALSE(section.IsTimeoutSupported());
+}
+
+TEST(SyncObjectTest, LazySectionIsMadeOnceOnFirstUse) {
+  vesk::testing::FaultGuard guard;
+  long before = vesk::platform::LiveAllocations();
+  CLazyCriticalSection lazy;
+  lazy.Release();  // nothing made yet: nothing to leave
+  EXPECT_EQ(before, vesk::platform::LiveAllocations());
+  std::atomic<int> inside{0}, most{0};
+  std::vector<std::thread> users;
+  for (int i = 0; i < 4; ++i) users.emplace_back([&] {
+      for (int n = 0; n < 200; ++n) {
+        lazy.Acquire();
+        EXPECT_TRUE(lazy.TryAcquire(0));  // re-entrant for its owner
+        int now = ++inside;
+        if (now > most) most = now;
+        --inside;
+        lazy.Release();
+        lazy.Release();
+      }
+    });
+  for (std::thread& t : users) t.join();
+  EXPECT_EQ(1, most.load());
+  EXPECT_EQ(before + 1, vesk::platform::LiveAllocations());
 }
 
 TEST(SyncObjectTest, EventsResetByHandOrByTheirWaiter) {
@@ -358,6 +385,11 @@ TEST(SyncObjectTest, AllocationFailuresLeakNothing) {
       {"named event", [] { CEvent event(Name("faults").text.c_str(), true, false); }},
       {"multi lock", [&] { CMultiLock lock(2, objects, false); }},
       {"section", [] { CCriticalSection section; }},
+      {"lazy section", [] {
+         CLazyCriticalSection lazy;
+         lazy.Acquire();
+         lazy.Release();
+       }},
   };
   for (const Op& op : ops) EXPECT_GT(vesk::testing::FailEachAllocationInTurn(op.run), 0) << op.what;
 }

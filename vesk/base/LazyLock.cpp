@@ -2,6 +2,7 @@
 
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/SynchronizationException.h"
+#include "vesk/base/internal/LazySection.h"
 #include "vesk/platform/CriticalSection.h"
 #include "vesk/platform/Throw.h"
 
@@ -18,26 +19,15 @@ CLazyLock::~CLazyLock() {
   platform::DeleteCriticalSection(m_section.load(std::memory_order_acquire));
 }
 
-// Double-checked creation: the callers saw no section; under the spin lock
-// the pointer is tested again and a section made only while it is still
-// null, so racing first users share one section and none is replaced.
+// Double-checked creation (the shared EnsureSection): racing first users
+// share one section and none is replaced. A block that cannot be had is
+// reported as a lock that could not be made.
 platform::CriticalSection* CLazyLock::Create() {
-  m_creationLock.Acquire();
-  platform::CriticalSection* section = m_section.load(std::memory_order_acquire);
   try {
-    if (!section) {
-      section = platform::NewCriticalSection(kSource);
-      m_section.store(section, std::memory_order_release);
-    }
+    return internal::EnsureSection(m_creationLock, m_section, kSource);
   } catch (const CMemoryException&) {
-    m_creationLock.Release();
     VESK_THROW(kSource, CSynchronizationException, "Failed to create lock.");
-  } catch (...) {
-    m_creationLock.Release();
-    throw;
   }
-  m_creationLock.Release();
-  return section;
 }
 
 void CLazyLock::Acquire() {
