@@ -301,9 +301,11 @@ TEST(SyncObjectTest, TimeOutsAreKeptWithoutSpinning) {
     auto start = Clock::now();
     EXPECT_EQ(kTimeout, wait());
     auto took = Clock::now() - start;
+    // A few milliseconds late on an idle machine; the bound leaves room for
+    // a loaded one (the sanitizer runs share two cores).
     EXPECT_GE(took, milliseconds(60));
-    EXPECT_LT(took, milliseconds(120));
-    EXPECT_LT(ThreadCpuMs() - cpu, 10.0);
+    EXPECT_LT(took, milliseconds(160));
+    EXPECT_LT(ThreadCpuMs() - cpu, 15.0);
   }
   done = true;
   owner.join();
