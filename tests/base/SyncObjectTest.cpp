@@ -347,6 +347,7 @@ TEST(SyncObjectTest, NamedObjectsAreSharedAcrossProcesses) {
     mutex.Release();
     EXPECT_TRUE(FreeForOthers(same));
     EXPECT_THROW(CEvent(mutexName.text.c_str(), false, false), CMemoryException);
+    EXPECT_THROW(CMutex(std::string(300, 'n').c_str(), false), CMemoryException);  // too long a name
 
     CEvent event(eventName.text.c_str(), false, true);
     CEvent ready(readyName.text.c_str(), false, false);
