@@ -1,12 +1,16 @@
 #include "vesk/base/posix/PosixThreadImpl.h"
 
 #include <errno.h>
+#include <limits.h>
+#include <linux/futex.h>
 #include <pthread.h>
 #include <stdint.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <cstdint>
 #include <new>
 
 #include "vesk/base/IllegalStateException.h"
@@ -73,64 +77,83 @@ struct Holding {
 }  // namespace
 
 // One started thread: shared by the implementation and the thread itself,
-// freed by whichever lets go last.
+// freed by whichever lets go last. The holds and the end of the thread share
+// one word, so the thread marks its end and lets go in one step, and a
+// joiner sleeps on that word.
 struct CPosixThreadImpl::Run {
-  pthread_mutex_t mutex;
-  pthread_cond_t ended;
+  static const std::uint32_t kEnded = 1u << 16;
+  static const std::uint32_t kHolds = kEnded - 1;
+
+  pthread_mutex_t mutex;  // guards tid and exiting
+  pthread_cond_t begun;
   pthread_t thread;
   CThread* body;
-  pid_t tid;  // 0 until the thread has begun
-  bool done;
-  std::atomic<int> holders;
+  pid_t tid;      // 0 until the thread has begun
+  bool exiting;   // past its body: no longer to be cancelled or reprioritised
+  std::atomic<std::uint32_t> state;  // kEnded, and the number of holds
 
   static Run* Make(CThread* body, int holders) {
     void* memory = platform::Alloc(sizeof(Run));
     if (!memory) VESK_THROW("vesk/base/Base", CMemoryException);
     Run* run = new (memory) Run;
     pthread_mutex_init(&run->mutex, nullptr);
-    pthread_condattr_t attributes;
-    pthread_condattr_init(&attributes);
-    pthread_condattr_setclock(&attributes, CLOCK_MONOTONIC);
-    pthread_cond_init(&run->ended, &attributes);
-    pthread_condattr_destroy(&attributes);
+    pthread_cond_init(&run->begun, nullptr);
     run->body = body;
     run->tid = 0;
-    run->done = false;
-    run->holders.store(holders, std::memory_order_relaxed);
+    run->exiting = false;
+    run->state.store(static_cast<std::uint32_t>(holders), std::memory_order_relaxed);
     return run;
   }
 
+  bool Ended() const { return (state.load(std::memory_order_acquire) & kEnded) != 0; }
+
   void Let() {
-    if (holders.fetch_sub(1, std::memory_order_acq_rel) == 1) Free();
+    if ((state.fetch_sub(1, std::memory_order_acq_rel) & kHolds) == 1) Free();
   }
 
   void Free() {
-    pthread_cond_destroy(&ended);
+    pthread_cond_destroy(&begun);
     pthread_mutex_destroy(&mutex);
     this->~Run();
     platform::Free(this);
   }
 
-  // The thread's id once it has begun (0 when it already ended); the
-  // caller holds the mutex.
+  // The thread's id once it has begun, 0 once it is past its body (its id
+  // may then go to another thread); the caller holds the mutex.
   pid_t BegunTid() {
-    while (tid == 0 && !done) pthread_cond_wait(&ended, &mutex);
-    return done ? 0 : tid;
+    while (tid == 0) pthread_cond_wait(&begun, &mutex);
+    return exiting ? 0 : tid;
+  }
+
+  // Waits for the end until the (monotonic) deadline, or without limit.
+  bool WaitEnded(const timespec* deadline) {
+    for (;;) {
+      std::uint32_t seen = state.load(std::memory_order_acquire);
+      if (seen & kEnded) return true;
+      long result = syscall(SYS_futex, reinterpret_cast<std::uint32_t*>(&state),
+                            FUTEX_WAIT_BITSET | FUTEX_PRIVATE_FLAG, seen, deadline, nullptr,
+                            FUTEX_BITSET_MATCH_ANY);
+      if (result != 0 && errno == ETIMEDOUT) return Ended();
+    }
   }
 
   // Marks the thread ended and lets go of the record, also when the thread
-  // ends by cancellation or Exit. The hold goes before the mutex is left, so
-  // a thread that Join has seen end holds nothing any more (unlocking a
-  // mutex that another thread then destroys is safe).
+  // ends by cancellation or Exit. A joiner that sees the end finds the
+  // thread's hold already gone; waking it after the record may be freed is
+  // harmless (a wake only names an address).
   struct Ending {
     Run* run;
     ~Ending() {
       pthread_mutex_lock(&run->mutex);
-      run->done = true;
-      pthread_cond_broadcast(&run->ended);
-      bool last = run->holders.fetch_sub(1, std::memory_order_acq_rel) == 1;
+      run->exiting = true;
       pthread_mutex_unlock(&run->mutex);
-      if (last) run->Free();
+      std::uint32_t before = run->state.fetch_add(kEnded - 1, std::memory_order_acq_rel);
+      if ((before & kHolds) == 1) {
+        run->Free();
+      } else {
+        syscall(SYS_futex, reinterpret_cast<std::uint32_t*>(&run->state), FUTEX_WAKE | FUTEX_PRIVATE_FLAG,
+                INT_MAX, nullptr, nullptr, 0);
+      }
     }
   };
 
@@ -139,7 +162,7 @@ struct CPosixThreadImpl::Run {
     Ending ending{run};
     pthread_mutex_lock(&run->mutex);
     run->tid = gettid();
-    pthread_cond_broadcast(&run->ended);
+    pthread_cond_broadcast(&run->begun);
     pthread_mutex_unlock(&run->mutex);
     internal::RunThreadBody(run->body);
     return nullptr;
@@ -181,11 +204,7 @@ void CPosixThreadImpl::SetPriority(int priority) {
   }
 }
 
-bool CPosixThreadImpl::IsAlive() {
-  if (!m_run) return false;
-  Holding hold(&m_run->mutex);
-  return !m_run->done;
-}
+bool CPosixThreadImpl::IsAlive() { return m_run && !m_run->Ended(); }
 
 // An auto-deleted thread may delete this implementation as soon as it
 // runs, so nothing here touches the object after the thread is created: the
@@ -205,8 +224,7 @@ void CPosixThreadImpl::Start(CThread* thread) {
   }
   if (error != 0) {
     m_run = previous;
-    run->holders.store(1, std::memory_order_relaxed);
-    run->Let();
+    run->Free();
     VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to create and start the thread.", error);
   }
   if (previous) previous->Let();
@@ -231,21 +249,9 @@ void CPosixThreadImpl::Start(CThread* thread) {
 
 bool CPosixThreadImpl::Join(unsigned int timeout) {
   if (!m_run) VESK_THROW(kSource, CIllegalStateException, kNotStarted, nullptr);
-  Holding hold(&m_run->mutex);
-  if (timeout == platform::kWaitInfinite) {
-    while (!m_run->done) {
-      int error = pthread_cond_wait(&m_run->ended, &m_run->mutex);
-      if (error != 0) VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to join the thread.", error);
-    }
-    return true;
-  }
+  if (timeout == platform::kWaitInfinite) return m_run->WaitEnded(nullptr);
   timespec deadline = platform::MonotonicDeadline(timeout);
-  while (!m_run->done) {
-    int error = pthread_cond_timedwait(&m_run->ended, &m_run->mutex, &deadline);
-    if (error == ETIMEDOUT) return m_run->done;
-    if (error != 0) VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to join the thread.", error);
-  }
-  return true;
+  return m_run->WaitEnded(&deadline);
 }
 
 void CPosixThreadImpl::Join() {
@@ -258,7 +264,7 @@ void CPosixThreadImpl::Join() {
 void CPosixThreadImpl::Destroy() {
   if (!m_run) VESK_THROW(kSource, CIllegalStateException, kNotStarted, nullptr);
   Holding hold(&m_run->mutex);
-  if (m_run->done) return;
+  if (m_run->exiting) return;
   int error = pthread_cancel(m_run->thread);
   if (error != 0) VESK_THROW(kSource, win::CWinSystemErrorException, "Failed to destroy the thread.", error);
 }
