@@ -1,3 +1,5 @@
+#include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <time.h>
@@ -375,6 +377,27 @@ TEST(SyncObjectTest, NamedObjectsAreSharedAcrossProcesses) {
   // The last holder removes the segments.
   EXPECT_FALSE(mutexName.SegmentExists());
   EXPECT_FALSE(eventName.SegmentExists());
+}
+
+// A segment its creator left half made (never sized, or never filled in) is
+// made anew by the next opener, without waiting for it.
+TEST(SyncObjectTest, HalfMadeSegmentIsReplaced) {
+  for (off_t size : {off_t(0), off_t(4096)}) {
+    Name name("half");
+    std::string host = "/vesk.sync." + name.text;
+    int fd = shm_open(host.c_str(), O_RDWR | O_CREAT | O_EXCL, 0600);
+    ASSERT_GE(fd, 0);
+    EXPECT_EQ(0, ftruncate(fd, size));
+    close(fd);
+    auto start = Clock::now();
+    {
+      CMutex mutex(name.text.c_str(), true);
+      EXPECT_FALSE(FreeForOthers(mutex));
+      mutex.Release();
+    }
+    EXPECT_LT(Clock::now() - start, milliseconds(1000)) << size;
+    EXPECT_FALSE(name.SegmentExists());
+  }
 }
 
 TEST(SyncObjectTest, AllocationFailuresLeakNothing) {

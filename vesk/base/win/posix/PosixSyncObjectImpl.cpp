@@ -343,6 +343,21 @@ void CloseSegment(int fd, const char* hostName) {
   close(fd);
 }
 
+// For a segment found unfinished: when no other holder has it (the only
+// way to lock it exclusively), its creator is gone, so the name is removed.
+// Otherwise the caller's shared lock is taken again (a refused conversion
+// may have dropped it, and the name gone meanwhile). True when the segment
+// was closed and the open must start again.
+bool RemoveIfAbandoned(int fd, const char* hostName) {
+  if (flock(fd, LOCK_EX | LOCK_NB) == 0) {
+    if (StillNamed(fd, hostName)) shm_unlink(hostName);
+  } else if (flock(fd, LOCK_SH) == 0 && StillNamed(fd, hostName)) {
+    return false;
+  }
+  close(fd);
+  return true;
+}
+
 // Opens or creates the segment of hostName and maps its record; fd gets the
 // segment. Null when the system refuses or the name holds another kind.
 SyncRecord* OpenSegment(const char* hostName, bool isMutex, bool initially, bool manualReset, int* fd) {
@@ -369,16 +384,19 @@ SyncRecord* OpenSegment(const char* hostName, bool isMutex, bool initially, bool
       CloseSegment(segment, hostName);
       return nullptr;
     }
-    // The creator may not have sized the segment yet.
+    // The creator may not have sized the segment yet. One that nobody else
+    // holds was left half made by a creator that died: it is removed and
+    // the name made anew.
     timespec giveUp = platform::MonotonicDeadline(kReadyWaitMs);
     struct stat info;
-    while (fstat(segment, &info) == 0 && info.st_size < static_cast<off_t>(sizeof(SyncRecord)) &&
-           !ReachedDeadline(giveUp)) {
+    bool sized = fstat(segment, &info) == 0 && info.st_size >= static_cast<off_t>(sizeof(SyncRecord));
+    if (!created && !sized && RemoveIfAbandoned(segment, hostName)) continue;
+    while (!sized && !ReachedDeadline(giveUp)) {
       sched_yield();
+      sized = fstat(segment, &info) == 0 && info.st_size >= static_cast<off_t>(sizeof(SyncRecord));
     }
-    void* memory = info.st_size >= static_cast<off_t>(sizeof(SyncRecord))
-                       ? mmap(nullptr, sizeof(SyncRecord), PROT_READ | PROT_WRITE, MAP_SHARED, segment, 0)
-                       : MAP_FAILED;
+    void* memory = sized ? mmap(nullptr, sizeof(SyncRecord), PROT_READ | PROT_WRITE, MAP_SHARED, segment, 0)
+                         : MAP_FAILED;
     if (memory == MAP_FAILED) {
       CloseSegment(segment, hostName);
       return nullptr;
@@ -388,6 +406,16 @@ SyncRecord* OpenSegment(const char* hostName, bool isMutex, bool initially, bool
     if (created) {
       ok = InitRecord(record, isMutex, initially, manualReset, true);
     } else {
+      if (!record->ready.load(std::memory_order_acquire)) {
+        munmap(memory, sizeof(SyncRecord));
+        if (RemoveIfAbandoned(segment, hostName)) continue;
+        memory = mmap(nullptr, sizeof(SyncRecord), PROT_READ | PROT_WRITE, MAP_SHARED, segment, 0);
+        if (memory == MAP_FAILED) {
+          CloseSegment(segment, hostName);
+          return nullptr;
+        }
+        record = static_cast<SyncRecord*>(memory);
+      }
       while (!record->ready.load(std::memory_order_acquire) && !ReachedDeadline(giveUp)) sched_yield();
       ok = record->ready.load(std::memory_order_acquire) && record->kind == (isMutex ? kMutexKind : kEventKind);
     }
