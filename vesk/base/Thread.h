@@ -65,6 +65,7 @@ class VESK_API CThread : public CBase {
   void SetPriority(int priority);
   /// Whether the thread was started and its body has not ended.
   bool IsAlive() const;
+  /// Whether the object deletes itself when its body ends.
   bool IsAutoDeleted() const { return m_autoDeleted; }
   /// With the flag set the object deletes itself when its body ends; its
   /// creator must not touch it after Start.
@@ -74,9 +75,11 @@ class VESK_API CThread : public CBase {
   /// not start.
   static CThread* GetCurrentThread();
 
+  ///@{
   /// A CThread equals only itself.
   bool operator==(const CThread& other) const { return m_impl == other.m_impl; }
   bool operator!=(const CThread& other) const { return m_impl != other.m_impl; }
+  ///@}
 
  protected:
   /// Whether Stop was called.

@@ -23,9 +23,11 @@ class VESK_API CCriticalSection : public CSyncObject {
   CCriticalSection();
   ~CCriticalSection() override;
 
+  /// Enters the section, waiting as long as it takes.
   void Acquire() override;
   /// One attempt; the timeout is ignored.
   bool TryAcquire(unsigned int timeout) override;
+  /// Leaves the section once.
   void Release() override;
 
  private:

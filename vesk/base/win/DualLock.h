@@ -31,11 +31,13 @@ class VESK_API CDualLock : public CSyncObject {
   /// The mark of object 0 or 1; CArrayIndexOutOfBoundsException otherwise.
   bool IsLocked(unsigned int index) const;
 
+  ///@{
   /// Lock(false, 0xFFFFFFFF), a Lock(false, timeout) that took an object,
   /// and Unlock(), as a synchronisation object.
   void Acquire() override;
   bool TryAcquire(unsigned int timeout) override;
   void Release() override;
+  ///@}
 
  private:
   CDualLock(const CDualLock&);

@@ -34,10 +34,12 @@ class VESK_API CMultiLock : public CSyncObject {
   /// the count.
   bool IsLocked(unsigned int index) const;
 
+  ///@{
   /// As CDualLock's.
   void Acquire() override;
   bool TryAcquire(unsigned int timeout) override;
   void Release() override;
+  ///@}
 
  private:
   CMultiLock(const CMultiLock&);

@@ -32,12 +32,15 @@ class VESK_API CSingleLock : public CSyncObject {
   bool Lock(unsigned int timeout);
   /// Releases the object when the lock is marked held.
   void Unlock();
+  /// Whether the lock is marked held.
   bool IsLocked() const { return m_locked; }
 
+  ///@{
   /// Lock(), Lock(timeout) and Unlock(), as a synchronisation object.
   void Acquire() override;
   bool TryAcquire(unsigned int timeout) override;
   void Release() override;
+  ///@}
 
  private:
   CSingleLock& operator=(const CSingleLock&);

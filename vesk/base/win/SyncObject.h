@@ -23,15 +23,18 @@ class VESK_API CSyncObject : public vesk::base::CObject {
 
   /// Whether TryAcquire honours its timeout.
   virtual bool IsTimeoutSupported() const;
+  /// Acquires the object, waiting as long as it takes.
   virtual void Acquire() = 0;
   /// True when acquired within timeout milliseconds.
   virtual bool TryAcquire(unsigned int timeout) = 0;
+  /// Gives the object up.
   virtual void Release() = 0;
 
   /// The wait handle; null for objects that have none.
   void* GetHandle() const { return m_handle; }
   /// Whether the object carries a (system-wide) name.
   bool IsNamed() const { return !m_name.IsEmpty(); }
+  /// The name; empty for an unnamed object.
   const vesk::base::CString& GetName() const { return m_name; }
 
   /// Waits for one handle. Throws CIllegalArgumentException "Invalid wait
@@ -50,7 +53,9 @@ class VESK_API CSyncObject : public vesk::base::CObject {
   CSyncObject();
   /// Keeps name when it is not null.
   explicit CSyncObject(const char* name);
+  /// Copies name and handle.
   CSyncObject(const CSyncObject& other);
+  /// Sets the wait handle (for the subclasses that have one).
   void SetHandle(void* handle) { m_handle = handle; }
 
  private:
