@@ -31,6 +31,8 @@ class VESK_API CThread : public CBase {
   /// Throws CMemoryException when the implementation, lock or condition
   /// cannot be had.
   CThread();
+  /// Releases the implementation, lock and condition; the thread, if still
+  /// running, goes on.
   virtual ~CThread();
 
   /// Starts a thread running Run. Throws CWinSystemErrorException "Failed to

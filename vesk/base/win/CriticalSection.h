@@ -21,6 +21,7 @@ class VESK_API CCriticalSection : public CSyncObject {
   /// CSynchronizationException "Failed to create critical section." when
   /// the system refuses it.
   CCriticalSection();
+  /// Deletes the section, which no thread may hold.
   ~CCriticalSection() override;
 
   /// Enters the section, waiting as long as it takes.

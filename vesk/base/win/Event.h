@@ -22,6 +22,7 @@ class VESK_API CEvent : public CSyncObject {
   /// it. Throws CMemoryException when the system cannot make it or the name
   /// belongs to a mutex.
   CEvent(const char* name, bool initiallySignalled, bool manualReset);
+  /// Closes this holder's view; a named event lives while others hold it.
   ~CEvent() override;
 
   /// Signals the event.

@@ -21,7 +21,9 @@ namespace win {
 class VESK_API CLazyCriticalSection : public CSyncObject {
   VESK_DECLARE_CLASS(CLazyCriticalSection);
 
+  /// Makes nothing yet.
   CLazyCriticalSection();
+  /// Deletes the section when one was made.
   ~CLazyCriticalSection() override;
 
   /// Makes the section when there is none yet (CMemoryException when its

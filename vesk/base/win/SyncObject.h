@@ -19,6 +19,7 @@ namespace win {
 class VESK_API CSyncObject : public vesk::base::CObject {
   VESK_DECLARE_CLASS(CSyncObject);
 
+  /// Releases the name.
   ~CSyncObject() override;
 
   /// Whether TryAcquire honours its timeout.
@@ -50,6 +51,7 @@ class VESK_API CSyncObject : public vesk::base::CObject {
                                                 unsigned int timeout);
 
  protected:
+  /// An unnamed object without handle.
   CSyncObject();
   /// Keeps name when it is not null.
   explicit CSyncObject(const char* name);
