@@ -71,6 +71,11 @@ TEST(String, EmptyAndCompareRules) {
   EXPECT_EQ(0, CString("\u03a3").CompareIgnoreCase(CString("\u03c3")));
   EXPECT_LT(CString("apple").CompareIgnoreCase("BANANA"), 0);
   EXPECT_NE(0, CString("a\xff").CompareIgnoreCase("a\xfe"));
+  // Folding pairs characters of different byte lengths (Kelvin sign, Deseret);
+  // a malformed byte sorts after every character.
+  EXPECT_EQ(0, CString("\u212a").CompareIgnoreCase("k"));
+  EXPECT_EQ(0, CString("\U00010400").CompareIgnoreCase("\U00010428"));
+  EXPECT_GT(CString("\xff").CompareIgnoreCase("\U0010FFFF"), 0);
 }
 
 TEST(String, RightAndLeftKeepTheirCompatibleResults) {
@@ -149,6 +154,8 @@ TEST(String, SearchesStepOverWholeUtf8Characters) {
   CString bad("a\x82\x62");
   EXPECT_EQ(1, bad.Find('\x82'));
   EXPECT_EQ(1, bad.ReverseFind('\x82'));
+  EXPECT_EQ(1, CString("x\x82\xac").Find("\x82\xac"));
+  EXPECT_EQ(-1, CString("\u00e9x").ReverseFind('\xc3'));  // a lead byte alone is no match
 }
 
 TEST(String, StartsAndEndsWith) {
@@ -352,9 +359,10 @@ TEST(String, CaseMappingKeepsByteLength) {
   CString dotless("\u0131x");
   dotless.MakeUpper();
   EXPECT_STREQ("\u0131X", dotless);
-  CString kelvin("\u212aK");
+  // Capital sharp s (3 bytes) would become ß (2 bytes): kept too.
+  CString kelvin("\u212aK\u1e9e");
   kelvin.MakeLower();
-  EXPECT_STREQ("\u212ak", kelvin);
+  EXPECT_STREQ("\u212ak\u1e9e", kelvin);
   CString broken("a\xff\xc3");
   broken.MakeUpper();
   EXPECT_STREQ("A\xff\xc3", broken);

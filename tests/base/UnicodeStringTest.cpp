@@ -173,6 +173,7 @@ TEST(UnicodeString, ComparesUnitByUnit) {
   EXPECT_EQ(0, s.CompareIgnoreCase("gr\xC3\x9C\xC3\x9F"
                                    "E"));
   EXPECT_NE(0, s.CompareIgnoreCase(W(u"GRÜSE")));
+  EXPECT_EQ(0, CUnicodeString(W(u"𐐀")).CompareIgnoreCase(W(u"𐐨")));  // a pair folds too
   // A supplementary character compares above every BMP unit below 0xD800
   // and below 0xE000 and up: no collation, just the units.
   CUnicodeString pair(W(u"𝄞"));
@@ -213,6 +214,10 @@ TEST(UnicodeString, SearchesKeepTheirQuirks) {
   EXPECT_TRUE(text.EndsWithIgnoreCase("strasse"));
   EXPECT_FALSE(text.StartsWith(""));
   EXPECT_FALSE(CUnicodeString("ab").EndsWith("xab"));
+  // Ignoring case, the low half of a pair is no starting point.
+  const unsigned short low[] = {0xDE00, 0};
+  EXPECT_EQ(2, CUnicodeString(W(u"a😀")).Find(low));
+  EXPECT_EQ(-1, CUnicodeString(W(u"a😀")).FindIgnoreCase(low));
   // A narrow byte that is no character stands for '?'.
   EXPECT_EQ(1, CUnicodeString("a?b").Find('\xE9'));
 }
@@ -283,14 +288,15 @@ TEST(UnicodeString, TrimsWhiteSpaceAndSets) {
 }
 
 TEST(UnicodeString, MapsCaseAndReversesByCharacter) {
-  CUnicodeString s(W(u"Äbc ǅ 𐐀 ß ﬀ"));
+  CUnicodeString s(W(u"Äbc ǅ 𐐀 ß ﬀ ı"));
   CUnicodeString original(s);
   s.MakeUpper();
-  // ß and ﬀ have no single-character upper case; Deseret stays a pair.
-  EXPECT_EQ(Units(W(u"ÄBC Ǆ 𐐀 ß ﬀ")), UnitsOf(s));
+  // ß and ﬀ have no single-character upper case; Deseret stays a pair; ı is
+  // one unit like I, so it maps (unlike in UTF-8).
+  EXPECT_EQ(Units(W(u"ÄBC Ǆ 𐐀 ß ﬀ I")), UnitsOf(s));
   s.MakeLower();
-  EXPECT_EQ(Units(W(u"äbc ǆ 𐐨 ß ﬀ")), UnitsOf(s));
-  EXPECT_EQ(Units(W(u"Äbc ǅ 𐐀 ß ﬀ")), UnitsOf(original));
+  EXPECT_EQ(Units(W(u"äbc ǆ 𐐨 ß ﬀ i")), UnitsOf(s));
+  EXPECT_EQ(Units(W(u"Äbc ǅ 𐐀 ß ﬀ ı")), UnitsOf(original));
   CUnicodeString r(W(u"a𝄞b"));
   r.MakeReverse();
   EXPECT_EQ(Units(W(u"b𝄞a")), UnitsOf(r));

@@ -61,58 +61,6 @@ U16 RandomUtf16(std::mt19937& rng, int length) {
   return text;
 }
 
-TEST(Utf16, LengthAndCompare) {
-  U16 abc = Units({'a', 'b', 'c'});
-  EXPECT_EQ(3u, platform::Utf16Length(abc.c_str()));
-  EXPECT_EQ(0u, platform::Utf16Length(nullptr));
-  EXPECT_EQ(2u, platform::Utf16LengthBounded(abc.c_str(), 2));
-  EXPECT_EQ(3u, platform::Utf16LengthBounded(abc.c_str(), 10));
-  EXPECT_EQ(0, platform::Utf16Compare(abc.c_str(), abc.c_str()));
-  EXPECT_LT(platform::Utf16Compare(Units({'a', 'b'}).c_str(), abc.c_str()), 0);
-  EXPECT_LT(platform::Utf16Compare(nullptr, abc.c_str()), 0);
-  // Unit order, not code point order: U+FF21 is above a surrogate pair.
-  EXPECT_GT(platform::Utf16Compare(Units({0xFF21}).c_str(), Units({0xD801, 0xDC00}).c_str()), 0);
-  EXPECT_EQ(0, platform::Utf16CompareIgnoreCase(Units({'A', 0xC4, 0x3A3}).c_str(),
-                                                Units({'a', 0xE4, 0x3C3}).c_str()));
-  // Deseret capital and small letters are a pair outside the BMP.
-  EXPECT_EQ(0, platform::Utf16CompareIgnoreCase(Units({0xD801, 0xDC00}).c_str(),
-                                                Units({0xD801, 0xDC28}).c_str()));
-  EXPECT_LT(platform::Utf16CompareIgnoreCase(Units({'a'}).c_str(), Units({'B'}).c_str()), 0);
-  EXPECT_NE(0, platform::Utf16CompareIgnoreCase(Units({0xD800}).c_str(),
-                                                Units({0xD800, 0xDC00}).c_str()));
-  EXPECT_EQ(
-      0, platform::Utf16CompareTexts(Units({'a', 'B', 'x'}).c_str(), 2,
-                                     Units({'A', 'b', 'y'}).c_str(), 2, platform::kTextIgnoreCase));
-}
-
-TEST(Utf16, Searches) {
-  U16 text = Units({'a', 'b', 0xD83D, 0xDE00, 'A', 'B', 0});
-  const unsigned short* t = text.c_str();
-  EXPECT_EQ(t + 1, platform::Utf16FindChar(t, 'b'));
-  EXPECT_EQ(nullptr, platform::Utf16FindChar(t, 'z'));
-  EXPECT_EQ(nullptr, platform::Utf16FindChar(t, 0));
-  EXPECT_EQ(t + 5, platform::Utf16FindCharRight(t, 'B'));
-  EXPECT_EQ(t + 3, platform::Utf16FindCharRight(t, 0xDE00));
-  EXPECT_EQ(t + 2, platform::Utf16FindSubstring(t, Units({0xD83D, 0xDE00}).c_str(), 1));
-  EXPECT_EQ(t + 4, platform::Utf16FindSubstring(t, Units({'A', 'B'}).c_str(), 1));
-  EXPECT_EQ(t, platform::Utf16FindSubstring(t, Units({'A', 'B'}).c_str(), 0));
-  const unsigned short empty[1] = {0};
-  EXPECT_EQ(t, platform::Utf16FindSubstring(t, empty, 1));
-  EXPECT_EQ(nullptr, platform::Utf16FindSubstring(t, Units({'b', 'a'}).c_str(), 0));
-  // Ignoring case, the low half of a pair is not a starting point.
-  EXPECT_EQ(nullptr, platform::Utf16FindSubstring(t, Units({0xDE00}).c_str(), 0));
-  EXPECT_EQ(t + 3, platform::Utf16FindSubstring(t, Units({0xDE00}).c_str(), 1));
-}
-
-TEST(Utf16, MapCaseKeepsUnitCount) {
-  U16 text = Units({'a', 0xE9, 0xD801, 0xDC28, 0x131, 0xDF});
-  platform::Utf16MapCase(&text[0], text.size(), true);
-  // ı -> I and ß stay: I is one unit too, but ß has no one-unit capital.
-  EXPECT_EQ(Units({'A', 0xC9, 0xD801, 0xDC00, 'I', 0xDF}), text);
-  platform::Utf16MapCase(&text[0], text.size(), false);
-  EXPECT_EQ(Units({'a', 0xE9, 0xD801, 0xDC28, 'i', 0xDF}), text);
-}
-
 TEST(Utf16, ToUtf8KnownForms) {
   EXPECT_EQ("A", ToUtf8(Units({'A'})));
   EXPECT_EQ("\xc3\xa9\xe2\x82\xac", ToUtf8(Units({0xE9, 0x20AC})));
