@@ -1,5 +1,6 @@
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -20,25 +21,19 @@ namespace {
 TEST(StringBuffer, GrowthStepIsAtLeastEightAndRoundsUp) {
   CStringBuffer small(3);
   EXPECT_EQ(8u, small.GetGrowthStep());
-  EXPECT_EQ(0u, small.GetCapacity());
   EXPECT_EQ(nullptr, static_cast<char*>(small));
-  small.EnsureCapacity(10);
-  EXPECT_EQ(16u, small.GetCapacity());
-  small.EnsureCapacity(16);
-  EXPECT_EQ(16u, small.GetCapacity());
-  small.EnsureCapacity(17);
-  EXPECT_EQ(24u, small.GetCapacity());
+  EXPECT_EQ(0u, small.GetCapacity());
+  for (auto step : {std::make_pair(10u, 16u), {16u, 16u}, {17u, 24u}}) {
+    small.EnsureCapacity(step.first);
+    EXPECT_EQ(step.second, small.GetCapacity()) << step.first;
+  }
   CStringBuffer odd(0, 10);
   odd.EnsureCapacity(21);
   EXPECT_EQ(30u, odd.GetCapacity());
-}
-
-TEST(StringBuffer, InitialCapacityIsZeroFilled) {
+  // An initial capacity is rounded the same way, allocated and zero-filled.
   CStringBuffer b(20, 8);
   ASSERT_EQ(24u, b.GetCapacity());
-  const char* p = b;
-  for (unsigned int i = 0; i < b.GetCapacity(); ++i) EXPECT_EQ('\0', p[i]);
-  EXPECT_TRUE(b.IsEmpty());
+  EXPECT_EQ(std::string(24, '\0'), std::string(static_cast<const char*>(b), 24));
   EXPECT_EQ(0u, b.GetSize());
 }
 
