@@ -39,9 +39,12 @@ TEST(Base64OutputStreamTest, PaddingHeldBytesAndLineBreaks) {
     unsigned int lineLength;
     bool flush;
     const char* text;
-  } rows[] = {{"Ma", 0, true, "TWE="},          {"\xFF\xFE\xFD", 0, true, "//79"},
-              {"Ma", 0, false, ""},             {"Many", 0, false, "TWFu"},
-              {"abcdef", 4, true, "YWJj\r\nZGVm"}, {"abcdefg", 4, true, "YWJj\r\nZGVm\r\nZw=="},
+  } rows[] = {{"Ma", 0, true, "TWE="},
+              {"\xFF\xFE\xFD", 0, true, "//79"},
+              {"Ma", 0, false, ""},
+              {"Many", 0, false, "TWFu"},
+              {"abcdef", 4, true, "YWJj\r\nZGVm"},
+              {"abcdefg", 4, true, "YWJj\r\nZGVm\r\nZw=="},
               {"abcdef", 3, true, "YWJ\r\njZG\r\nVm"}};
   for (const auto& row : rows) {
     EXPECT_EQ(Encode(row.bytes, row.lineLength, row.flush), row.text) << row.bytes;

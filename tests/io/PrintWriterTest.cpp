@@ -42,25 +42,17 @@ void ExpectClosed(F op) {
 }
 
 TEST(PrintWriterTest, EachPrintFormatsItsValue) {
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(static_cast<short>(-32768)); }), U16("-32768"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(INT_MIN); }), U16("-2147483648"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(4294967295u); }), U16("4294967295"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.PrintInt(-7); }), U16("-7"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.PrintUnsignedInt(3000000000u); }), U16("3000000000"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.PrintUnsignedChar(200); }), U16("200"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.PrintUnsignedShort(65535); }), U16("65535"));
-  // The 64-bit print keeps only the low 32 bits.
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(0x100000005ULL); }), U16("5"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(0xFFFFFFFFFFFFFFFFULL); }), U16("4294967295"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(1.5f); }), U16("1.500000"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(1.5); }), U16("1.500000"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(-0.1); }), U16("-0.100000"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(0.1f); }), U16("0.100000"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print('A'); }), U16("A"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(static_cast<unsigned short>(0x20AC)); }),
-            U16String(1, 0x20AC));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(true); }), U16("true"));
-  EXPECT_EQ(Printed([](CPrintWriter& w) { w.Print(false); }), U16("false"));
+  U16String all = Printed([](CPrintWriter& w) {
+    // The 64-bit print keeps only the low 32 bits.
+    vesk_test::PrintEach(w, static_cast<short>(-32768), INT_MIN, 4294967295u, 0x100000005ULL,
+                         0xFFFFFFFFFFFFFFFFULL, 1.5f, 1.5, -0.1, 0.1f, true, false,
+                         static_cast<unsigned short>(0x20AC));
+    w.PrintInt(-7), w.Print('|'), w.PrintUnsignedInt(3000000000u), w.Print('|');
+    w.PrintUnsignedChar(200), w.Print('|'), w.PrintUnsignedShort(65535);
+  });
+  EXPECT_EQ(all, U16("-32768|-2147483648|4294967295|5|4294967295|1.500000|1.500000|-0.100000|"
+                     "0.100000|true|false|") +
+                     U16String(1, 0x20AC) + U16("|-7|3000000000|200|65535"));
 
   // A number longer than the 256-unit format buffer is cut to 255 units.
   char narrow[400];

@@ -166,6 +166,13 @@ void ExpectError(F op, const char* description) {
   ExpectThrow<vesk::base::CException>(op, description);
 }
 
+/// Prints each value through out.Print, each followed by a '|', so that one
+/// string shows the text of every value (print stream and writer tests).
+template <class P, class... V>
+void PrintEach(P& out, const V&... values) {
+  ((out.Print(values), out.Print('|')), ...);
+}
+
 /// A byte string from values -128..255.
 inline std::string Bytes(std::initializer_list<int> list) {
   std::string s;
