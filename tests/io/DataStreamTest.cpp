@@ -319,29 +319,6 @@ TEST(DataStreams, ConstructorsRejectMissingStreams) {
                                          "Invalid output stream.", out);
 }
 
-TEST(DataStreams, SharedStreamsLiveAsLongAsTheDataStream) {
-  vesk_test::Tally sunk, sourced;
-  CTestOutputStream* sink = new CTestOutputStream(&sunk);
-  {
-    CRef<COutputStream> ref(sink);
-    CDataOutputStream* out = new CDataOutputStream(ref);
-    EXPECT_EQ(ref.GetRefCount(), 2u);
-    ref = vesk::null;
-    out->WriteInt32(1);
-    EXPECT_EQ(sink->data.size(), 4u);
-    delete out;  // neither flushes nor closes
-  }
-  EXPECT_EQ(sunk.destroyed, 1);
-  EXPECT_EQ(sunk.flushed + sunk.closed, 0);
-
-  CTestInputStream* source = new CTestInputStream("x", 0, &sourced);
-  CJavaDataInputStream* in = new CJavaDataInputStream(CRef<CInputStream>(source));
-  EXPECT_EQ(in->ReadByte(), 'x');
-  delete in;
-  EXPECT_EQ(sourced.destroyed, 1);
-  EXPECT_EQ(sourced.closed, 0);
-}
-
 TEST(DataStreams, ForwardingAndClose) {
   CSkipSource source("abcdef");
   CDataInputStream in(&source);

@@ -14,7 +14,13 @@
 #include "vesk/io/BufferedReader.h"
 #include "vesk/io/BufferedWriter.h"
 #include "vesk/io/CRLFPrintStream.h"
+#include "vesk/io/DataInputStream.h"
+#include "vesk/io/DataOutputStream.h"
+#include "vesk/io/JavaDataInputStream.h"
+#include "vesk/io/JavaDataOutputStream.h"
+#include "vesk/io/OutputStreamWriter.h"
 #include "vesk/io/PrintStream.h"
+#include "vesk/io/PrintWriter.h"
 #include "vesk/io/PushbackInputStream.h"
 #include "vesk/io/PushbackReader.h"
 #include "vesk/platform/Memory.h"
@@ -36,15 +42,15 @@ CInputStream* NewSource(Tally* t) { return new vesk_test::CTestInputStream("data
 CReader* NewReader(Tally* t) { return new vesk_test::CTestReader(vesk_test::U16("data"), 0, t); }
 CWriter* NewWriter(Tally* t) { return new vesk_test::CTestWriter(t); }
 
-template <class D, class Base, class Arg>
-void ExpectOwnership(const char* name, Base* (*make)(Tally*), Arg arg) {
+template <class D, class Base, class... Args>
+void ExpectOwnership(const char* name, Base* (*make)(Tally*), Args... args) {
   SCOPED_TRACE(name);
   long live = platform::LiveAllocations();
   {
     Tally t;
     {
       CRef<Base> handle(make(&t));
-      D decorator(handle, arg);
+      D decorator(handle, args...);
       EXPECT_EQ(handle.GetRefCount(), 2u);
       handle = vesk::null;
       EXPECT_EQ(t.destroyed, 0) << "the decorator must keep the stream alive";
@@ -56,12 +62,12 @@ void ExpectOwnership(const char* name, Base* (*make)(Tally*), Arg arg) {
   {
     Tally t;
     Base* raw = make(&t);
-    { D decorator(raw, arg); }
+    { D decorator(raw, args...); }
     EXPECT_EQ(t.destroyed, 0) << "a borrowed stream must survive the decorator";
     EXPECT_EQ(t.closed, 0);
     EXPECT_EQ(t.flushed, 0);
     {
-      D decorator(raw, arg);
+      D decorator(raw, args...);
       decorator.Close();
       EXPECT_EQ(t.closed, 1);
     }
@@ -80,6 +86,12 @@ TEST(DecoratorTest, OwnershipFollowsTheConstructor) {
   ExpectOwnership<io::CBufferedReader>("CBufferedReader", NewReader, 16u);
   ExpectOwnership<io::CPushbackReader>("CPushbackReader", NewReader, 16u);
   ExpectOwnership<io::CBufferedWriter>("CBufferedWriter", NewWriter, 16u);
+  ExpectOwnership<io::CPrintWriter>("CPrintWriter", NewWriter);
+  ExpectOwnership<io::COutputStreamWriter>("COutputStreamWriter", NewSink, "UTF-8", false);
+  ExpectOwnership<io::CDataOutputStream>("CDataOutputStream", NewSink);
+  ExpectOwnership<io::CJavaDataOutputStream>("CJavaDataOutputStream", NewSink);
+  ExpectOwnership<io::CDataInputStream>("CDataInputStream", NewSource);
+  ExpectOwnership<io::CJavaDataInputStream>("CJavaDataInputStream", NewSource);
 }
 
 TEST(DecoratorTest, DestructionDropsUnflushedBytes) {
