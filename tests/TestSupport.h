@@ -63,6 +63,21 @@ int FailEachAllocationInTurn(Op op) {
   return failures;
 }
 
+// --- expected exceptions (stream, collection and text tests) ----------------
+
+/// Expects op to throw an E; checks its description and throw-site source
+/// where they are given (not null).
+template <class E, class F>
+void ExpectThrow(F op, const char* description, const char* source = nullptr) {
+  try {
+    op();
+    ADD_FAILURE() << "no exception, expected \"" << (description ? description : "") << "\"";
+  } catch (const E& e) {
+    if (description) EXPECT_STREQ(e.GetErrorDescription(), description);
+    if (source) EXPECT_STREQ(e.GetSourceFile(), source);
+  }
+}
+
 // --- 16-bit text (unicode string tests) -------------------------------------
 
 /// 16-bit units as a standard string, for comparisons with readable output.

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/IOException.h"
 #include "vesk/io/InputStream.h"
@@ -147,18 +148,7 @@ class CTestWriter : public vesk::io::CWriter {
   Tally* m_tally;
 };
 
-/// Expects op to throw an E; checks its description and throw-site source
-/// where they are given (not null).
-template <class E, class F>
-void ExpectThrow(F op, const char* description, const char* source = nullptr) {
-  try {
-    op();
-    ADD_FAILURE() << "no exception, expected \"" << (description ? description : "") << "\"";
-  } catch (const E& e) {
-    if (description) EXPECT_STREQ(e.GetErrorDescription(), description);
-    if (source) EXPECT_STREQ(e.GetSourceFile(), source);
-  }
-}
+using vesk::testing::ExpectThrow;
 
 /// Expects op to throw an exception of the library with that description.
 template <class F>

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/Object.h"
 #include "vesk/platform/Memory.h"
@@ -37,43 +38,19 @@ class CNumber : public vesk::base::CObject {
   int m_value;
 };
 
-// Runs body once for every allocation it makes, failing that allocation, and
-// once more without failure (after a first run that warms up shared pools).
-// body must leave nothing allocated when it ends by an exception; the loop
-// checks the heap is back where it started.
+// The allocation-failure sweep of the string tests (TestSupport.h), after a
+// first run that lets shared pools reach their working size.
 template <class Body>
 int RunWithEveryAllocationFailing(Body body) {
-  body();  // lets shared pools reach their working size first
-  int failures = 0;
-  for (unsigned long n = 1;; ++n) {
-    long before = vesk::platform::LiveAllocations();
-    vesk::platform::FailAllocationAt(n);
-    bool failed = false;
-    try {
-      body();
-    } catch (const vesk::base::CMemoryException&) {
-      failed = true;
-    }
-    vesk::platform::FailAllocationAt(0);
-    // A run that completes may leave blocks in the string pools; a run that
-    // failed must give back everything it took.
-    if (!failed) return failures;
-    if (vesk::platform::LiveAllocations() != before) return -1;
-    ++failures;
-  }
+  body();
+  return vesk::testing::FailEachAllocationInTurn(body);
 }
 
 // Runs call and expects an E thrown at source, with description when one is
 // given.
 template <class E, class Call>
 void ExpectThrowFrom(Call call, const char* source, const char* description = nullptr) {
-  try {
-    call();
-    ADD_FAILURE() << "no exception from " << source;
-  } catch (const E& e) {
-    EXPECT_STREQ(source, e.GetSourceFile());
-    if (description) EXPECT_STREQ(description, e.GetErrorDescription());
-  }
+  vesk::testing::ExpectThrow<E>(call, description, source);
 }
 
 }  // namespace vesk_test
