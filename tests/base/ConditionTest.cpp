@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/base/Condition.h"
 #include "vesk/base/Lock.h"
 #include "vesk/base/MemoryException.h"
@@ -16,6 +17,7 @@
 using namespace vesk::base;
 using vesk::platform::FailAllocationAt;
 using vesk::platform::LiveAllocations;
+using vesk::testing::ExpectThrow;
 
 namespace {
 
@@ -143,13 +145,9 @@ TEST(ConditionTest, NotifyAllWakesOnlyThoseWaitingAtTheTime) {
 TEST(ConditionTest, FailedReleaseOfTheLockIsReported) {
   CSemaphore lock;  // a semaphore that is not held refuses the release
   CCondition condition(lock);
-  try {
-    condition.Wait(0);
-    FAIL() << "no exception";
-  } catch (const CSynchronizationException& e) {
-    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/ConditionImplWin");
-    EXPECT_STREQ(e.GetErrorDescription(), "Failed to release the specified lock.");
-  }
+  ExpectThrow<CSynchronizationException>([&] { condition.Wait(0); },
+                                         "Failed to release the specified lock.",
+                                         "vesk/base/ConditionImplWin");
   // The wait was undone and the lock taken again.
   EXPECT_FALSE(lock.TryAcquire(0));
   EXPECT_FALSE(condition.Wait(0));
@@ -162,12 +160,7 @@ TEST(ConditionTest, AllocationFailureLeaksNothing) {
   CLock lock;
   long live = LiveAllocations();
   FailAllocationAt(1);
-  try {
-    CCondition condition(lock);
-    FAIL() << "no exception";
-  } catch (const CMemoryException& e) {
-    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/Base");
-  }
+  ExpectThrow<CMemoryException>([&] { CCondition condition(lock); }, nullptr, "vesk/base/Base");
   FailAllocationAt(0);
   EXPECT_EQ(LiveAllocations(), live);
 }

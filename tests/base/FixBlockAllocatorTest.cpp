@@ -14,6 +14,7 @@ using vesk::base::CFixBlockAllocator;
 using vesk::base::CMemoryException;
 namespace platform = vesk::platform;
 namespace internal = vesk::base::internal;
+using vesk::testing::ExpectThrow;
 using vesk::testing::FaultGuard;
 
 namespace {
@@ -122,12 +123,7 @@ TEST(FixBlockAllocator, PartialGrowthIsAbsorbedAndTotalFailureThrows) {
   EXPECT_EQ(1u, pool.GetFreeCount());
   pool.Allocate();  // from the reserve, no heap call
   platform::FailAllocationAt(1, true);
-  try {
-    pool.Allocate();
-    FAIL() << "no exception";
-  } catch (const CMemoryException& e) {
-    EXPECT_STREQ("vesk/base/FixBlockAllocator", e.GetSourceFile());
-  }
+  ExpectThrow<CMemoryException>([&] { pool.Allocate(); }, nullptr, "vesk/base/FixBlockAllocator");
   platform::FailAllocationAt(0);
   EXPECT_EQ(2u, pool.GetUsedCount());
   EXPECT_EQ(0u, pool.GetFreeCount());

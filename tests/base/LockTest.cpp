@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/base/LazyLock.h"
 #include "vesk/base/Lock.h"
 #include "vesk/base/MemoryException.h"
@@ -17,6 +18,7 @@
 using namespace vesk::base;
 using vesk::platform::FailAllocationAt;
 using vesk::platform::LiveAllocations;
+using vesk::testing::ExpectThrow;
 
 namespace {
 
@@ -104,12 +106,7 @@ TYPED_TEST(OwnedLockTest, ExcludesOtherThreads) {
 TEST(LockTest, AllocationFailureInConstructorsLeaksNothing) {
   long live = LiveAllocations();
   FailAllocationAt(1);
-  try {
-    CLock lock;
-    FAIL() << "no exception";
-  } catch (const CMemoryException& e) {
-    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/Base");
-  }
+  ExpectThrow<CMemoryException>([&] { CLock lock; }, nullptr, "vesk/base/Base");
   FailAllocationAt(1);
   EXPECT_THROW(CReentrantLock(), CMemoryException);
   FailAllocationAt(0);
@@ -168,13 +165,8 @@ TEST(LazyLockTest, FailedCreationIsReportedAndLeavesTheLockUsable) {
   long live = LiveAllocations();
   CLazyLock lock;
   FailAllocationAt(1);
-  try {
-    lock.Acquire();
-    FAIL() << "no exception";
-  } catch (const CSynchronizationException& e) {
-    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/LazyLock");
-    EXPECT_STREQ(e.GetErrorDescription(), "Failed to create lock.");
-  }
+  ExpectThrow<CSynchronizationException>([&] { lock.Acquire(); }, "Failed to create lock.",
+                                         "vesk/base/LazyLock");
   FailAllocationAt(1);
   EXPECT_THROW(lock.TryAcquire(0), CSynchronizationException);
   FailAllocationAt(0);

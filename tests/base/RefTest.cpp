@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "TestSupport.h"
 #include "vesk/base/ClassCastException.h"
 #include "vesk/base/Exception.h"
 #include "vesk/base/IllegalArgumentException.h"
@@ -10,6 +11,7 @@
 #include "vesk/platform/Memory.h"
 
 using namespace vesk::base;
+using vesk::testing::ExpectThrow;
 
 namespace {
 
@@ -105,12 +107,7 @@ TEST_F(RefTest, CheckedConversionBetweenHandleTypes) {
   EXPECT_EQ(3u, base.GetRefCount());
 
   CRef<CCounted> plain(new CCounted(1));
-  try {
-    CRef<CDerived> wrong(plain);
-    FAIL();
-  } catch (const CClassCastException& e) {
-    EXPECT_STREQ("vesk/base/Ref", e.GetSourceFile());
-  }
+  ExpectThrow<CClassCastException>([&] { CRef<CDerived> wrong(plain); }, nullptr, "vesk/base/Ref");
   EXPECT_EQ(1u, plain.GetRefCount());  // nothing counted by the failed cast
 
   CRef<CCounted> none;
@@ -140,23 +137,13 @@ TEST_F(RefTest, HoldsTypesOutsideTheObjectTreeAndSwallowsTheirDestructorsExcepti
 TEST_F(RefTest, FailedRecordAllocationDeletesTheObjectAndThrows) {
   CCounted* object = new CCounted;
   vesk::platform::FailAllocationAt(1);
-  try {
-    CRef<CCounted> a(object);
-    FAIL();
-  } catch (const CMemoryException& e) {
-    EXPECT_STREQ("vesk/base/Ref", e.GetSourceFile());
-  }
+  ExpectThrow<CMemoryException>([&] { CRef<CCounted> a(object); }, nullptr, "vesk/base/Ref");
   EXPECT_EQ(1, g_destroyed);
 }
 
 TEST_F(RefTest, CounterRecordRejectsNull) {
-  try {
-    CRefCountedPtr record(nullptr, true, nullptr);
-    FAIL();
-  } catch (const CIllegalArgumentException& e) {
-    EXPECT_STREQ("vesk/base/RefCountedPtr", e.GetSourceFile());
-    EXPECT_STREQ("Invalid pointer.", e.GetErrorDescription());
-  }
+  ExpectThrow<CIllegalArgumentException>([&] { CRefCountedPtr record(nullptr, true, nullptr); },
+                                         "Invalid pointer.", "vesk/base/RefCountedPtr");
 }
 
 TEST_F(RefTest, FailedObjectAllocationThrowsMemoryExceptionWithTheCallSite) {

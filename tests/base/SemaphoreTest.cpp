@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "TestSupport.h"
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/Semaphore.h"
@@ -16,6 +17,7 @@
 using namespace vesk::base;
 using vesk::platform::FailAllocationAt;
 using vesk::platform::LiveAllocations;
+using vesk::testing::ExpectThrow;
 
 namespace {
 
@@ -48,34 +50,22 @@ class ScopedName {
   std::string m_hostName;
 };
 
-template <typename E, typename F>
-E Catch(F body) {
-  try {
-    body();
-  } catch (const E& e) {
-    return e;
-  }
-  ADD_FAILURE() << "no exception";
-  return E("", 0);
-}
-
 TEST(SemaphoreTest, ConstructorArguments) {
   long live = LiveAllocations();
-  CIllegalArgumentException count =
-      Catch<CIllegalArgumentException>([] { CSemaphore semaphore(2u, 1u); });
-  EXPECT_STREQ(count.GetSourceFile(), "vesk/base/win/WinSemaphoreImpl");
-  EXPECT_STREQ(count.GetErrorDescription(), "Invalid initial count.");
+  ExpectThrow<CIllegalArgumentException>([] { CSemaphore semaphore(2u, 1u); },
+                                         "Invalid initial count.",
+                                         "vesk/base/win/WinSemaphoreImpl");
 
   for (const char* name : {"", static_cast<const char*>(nullptr)}) {
-    CIllegalArgumentException bad =
-        Catch<CIllegalArgumentException>([name] { CSemaphore semaphore(name, 1u); });
-    EXPECT_STREQ(bad.GetSourceFile(), "vesk/base/win/WinNamedSemaphoreImpl");
-    EXPECT_STREQ(bad.GetErrorDescription(), "Invalid semaphore name.");
+    ExpectThrow<CIllegalArgumentException>([name] { CSemaphore semaphore(name, 1u); },
+                                           "Invalid semaphore name.",
+                                           "vesk/base/win/WinNamedSemaphoreImpl");
   }
   // Counts are signed 32-bit: a maximum of 0 or beyond makes no semaphore.
   for (unsigned int max : {0u, 0x80000000u, 0xFFFFFFFFu}) {
-    CMemoryException e = Catch<CMemoryException>([max] { CSemaphore semaphore(0u, max); });
-    EXPECT_STREQ(e.GetSourceFile(), "vesk/base/win/WinSemaphoreImpl") << max;
+    SCOPED_TRACE(max);
+    ExpectThrow<CMemoryException>([max] { CSemaphore semaphore(0u, max); }, nullptr,
+                                  "vesk/base/win/WinSemaphoreImpl");
   }
   EXPECT_THROW(CSemaphore(0xFFFFFFFFu, 0xFFFFFFFEu), CIllegalArgumentException);
   EXPECT_EQ(LiveAllocations(), live);
@@ -93,9 +83,9 @@ TEST(SemaphoreTest, DefaultIsAFreeBinarySemaphore) {
   EXPECT_TRUE(semaphore.TryAcquire(0));
   semaphore.Release();
   // Not owned: a second release would pass the maximum of 1.
-  CSynchronizationException e = Catch<CSynchronizationException>([&] { semaphore.Release(); });
-  EXPECT_STREQ(e.GetSourceFile(), "vesk/base/win/WinSemaphoreImpl");
-  EXPECT_STREQ(e.GetErrorDescription(), "Failed to release the semaphore.");
+  ExpectThrow<CSynchronizationException>([&] { semaphore.Release(); },
+                                         "Failed to release the semaphore.",
+                                         "vesk/base/win/WinSemaphoreImpl");
   EXPECT_TRUE(semaphore.TryAcquire(0));
   EXPECT_FALSE(semaphore.TryAcquire(0)) << "the refused release added nothing";
 }
@@ -133,8 +123,7 @@ TEST(SemaphoreTest, TimedAcquire) {
 TEST(SemaphoreTest, AllocationFailureLeaksNothing) {
   long live = LiveAllocations();
   FailAllocationAt(1);
-  CMemoryException e = Catch<CMemoryException>([] { CSemaphore semaphore(1u, 1u); });
-  EXPECT_STREQ(e.GetSourceFile(), "vesk/base/Base");
+  ExpectThrow<CMemoryException>([] { CSemaphore semaphore(1u, 1u); }, nullptr, "vesk/base/Base");
   ScopedName name("alloc");
   FailAllocationAt(1);
   EXPECT_THROW(CSemaphore(name.c_str(), 1u), CMemoryException);
@@ -170,15 +159,14 @@ TEST(NamedSemaphoreTest, NamesWithSlashesStayDistinct) {
 TEST(NamedSemaphoreTest, MaximumAndInvalidInitialCount) {
   ScopedName name("max");
   CSemaphore semaphore(name.c_str(), 0x7FFFFFFFu);
-  CSynchronizationException e = Catch<CSynchronizationException>([&] { semaphore.Release(); });
-  EXPECT_STREQ(e.GetErrorDescription(), "Failed to release the semaphore.");
+  ExpectThrow<CSynchronizationException>([&] { semaphore.Release(); },
+                                         "Failed to release the semaphore.", nullptr);
   EXPECT_TRUE(semaphore.TryAcquire(0));
   semaphore.Release();
 
   ScopedName tooMany("toomany");
-  CMemoryException refused =
-      Catch<CMemoryException>([&] { CSemaphore semaphore(tooMany.c_str(), 0x80000000u); });
-  EXPECT_STREQ(refused.GetSourceFile(), "vesk/base/win/WinNamedSemaphoreImpl");
+  ExpectThrow<CMemoryException>([&] { CSemaphore semaphore(tooMany.c_str(), 0x80000000u); },
+                                nullptr, "vesk/base/win/WinNamedSemaphoreImpl");
 
   std::string longName(300, 'n');
   EXPECT_THROW(CSemaphore(longName.c_str(), 0u), CMemoryException);

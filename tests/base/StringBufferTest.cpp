@@ -14,6 +14,7 @@ using vesk::base::CMemoryException;
 using vesk::base::CString;
 using vesk::base::CStringBuffer;
 namespace platform = vesk::platform;
+using vesk::testing::ExpectThrow;
 using vesk::testing::FaultGuard;
 
 namespace {
@@ -114,12 +115,8 @@ TEST(StringBuffer, AllocationFailureThrowsAndKeepsTheText) {
     CStringBuffer b(8);
     b += "kept";
     platform::FailAllocationAt(1);
-    try {
-      b += "and a longer tail";
-      FAIL() << "no exception";
-    } catch (const CMemoryException& e) {
-      EXPECT_STREQ("vesk/base/StringBuffer", e.GetSourceFile());
-    }
+    ExpectThrow<CMemoryException>([&] { b += "and a longer tail"; }, nullptr,
+                                  "vesk/base/StringBuffer");
     EXPECT_STREQ("kept", b);
     platform::FailAllocationAt(1);
     EXPECT_THROW(CStringBuffer(100, 8), CMemoryException);

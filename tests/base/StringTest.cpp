@@ -19,6 +19,7 @@ using vesk::base::CStringData;
 using vesk::base::CStringH;
 namespace platform = vesk::platform;
 namespace internal = vesk::base::internal;
+using vesk::testing::ExpectThrow;
 using vesk::testing::FailEachAllocationInTurn;
 using vesk::testing::FaultGuard;
 
@@ -484,12 +485,8 @@ TEST(String, FormatRetriesAResultOfExactly1023Characters) {
   EXPECT_EQ(text1023, static_cast<const char*>(s));
   // The second attempt is the one that fails here: the source is the string's.
   platform::FailAllocationAt(2);
-  try {
-    s.Format("%s", text1023.c_str());
-    FAIL() << "no exception";
-  } catch (const CMemoryException& e) {
-    EXPECT_STREQ("vesk/base/String", e.GetSourceFile());
-  }
+  ExpectThrow<CMemoryException>([&] { s.Format("%s", text1023.c_str()); }, nullptr,
+                                "vesk/base/String");
   EXPECT_EQ(text1023, static_cast<const char*>(s));  // unchanged
 }
 

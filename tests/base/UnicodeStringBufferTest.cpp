@@ -16,6 +16,7 @@ using vesk::base::CStringBuffer;
 using vesk::base::CUnicodeString;
 using vesk::base::CUnicodeStringBuffer;
 namespace platform = vesk::platform;
+using vesk::testing::ExpectThrow;
 using vesk::testing::FaultGuard;
 using vesk::testing::Units;
 using vesk::testing::W;
@@ -87,12 +88,8 @@ TEST(UnicodeStringBuffer, FailedGrowthThrowsAndKeepsTheText) {
   {
     FaultGuard guard;
     platform::FailAllocationAt(1);
-    try {
-      b += Units(500, 'x').c_str();
-      FAIL() << "no exception";
-    } catch (const CMemoryException& e) {
-      EXPECT_STREQ("vesk/base/UnicodeStringBuffer", e.GetSourceFile());
-    }
+    ExpectThrow<CMemoryException>([&] { b += Units(500, 'x').c_str(); }, nullptr,
+                                  "vesk/base/UnicodeStringBuffer");
     platform::FailAllocationAt(1);
     EXPECT_THROW(CUnicodeStringBuffer(64, 8), CMemoryException);
   }

@@ -22,6 +22,7 @@ using vesk::base::CUnicodeString;
 using vesk::base::CUnicodeStringData;
 namespace platform = vesk::platform;
 namespace internal = vesk::base::internal;
+using vesk::testing::ExpectThrow;
 using vesk::testing::FailEachAllocationInTurn;
 using vesk::testing::FaultGuard;
 using vesk::testing::Units;
@@ -536,12 +537,8 @@ TEST(UnicodeString, AllocationFailuresThrowAndLeakNothing) {
   // The exception names its source.
   FaultGuard guard;
   platform::FailAllocationAt(1, true);
-  try {
-    CUnicodeString s(longNarrow.c_str());
-    FAIL() << "no exception";
-  } catch (const CMemoryException& e) {
-    EXPECT_STREQ("vesk/base/UnicodeString", e.GetSourceFile());
-  }
+  ExpectThrow<CMemoryException>([&] { CUnicodeString s(longNarrow.c_str()); }, nullptr,
+                                "vesk/base/UnicodeString");
 }
 
 }  // namespace
