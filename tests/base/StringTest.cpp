@@ -1,4 +1,3 @@
-#include <cstdarg>
 #include <cstring>
 #include <initializer_list>
 #include <string>
