@@ -9,9 +9,9 @@
 #include "vesk/util/Hashtable.h"
 #include "vesk/util/Queue.h"
 #include "vesk/util/Sort.h"
+#include "vesk/util/Stack.h"
 #include "vesk/util/StringHashCode.h"
 #include "vesk/util/StringHashtable.h"
-#include "vesk/util/Stack.h"
 
 using vesk::base::CMemoryException;
 using vesk::util::CEmptyQueueException;
@@ -229,25 +229,21 @@ TEST(StackQueueTest, FailedGrowthKeepsTheElements) {
   EXPECT_EQ(1, queue.Dequeue());
 }
 
-class CIntComparator : public vesk::util::IComparator {
- public:
-  int Compare(const void* a, const void* b) const override {
-    int x = *static_cast<const int*>(a);
-    int y = *static_cast<const int*>(b);
-    return x < y ? -1 : x > y;
-  }
-};
-
 struct Record {
   int key;
   char payload[13];
 };
 
-class CRecordComparator : public vesk::util::IComparator {
+int Key(int value) { return value; }
+int Key(const Record& record) { return record.key; }
+
+// Orders elements of type T by their Key.
+template <class T>
+class CKeyComparator : public vesk::util::IComparator {
  public:
   int Compare(const void* a, const void* b) const override {
-    int x = static_cast<const Record*>(a)->key;
-    int y = static_cast<const Record*>(b)->key;
+    int x = Key(*static_cast<const T*>(a));
+    int y = Key(*static_cast<const T*>(b));
     return x < y ? -1 : x > y;
   }
 };
@@ -260,7 +256,7 @@ TEST(SortTest, SortsLikeTheStandardLibrary) {
       for (int& v : values) v = static_cast<int>(random() % range);
       std::vector<int> expected = values;
       std::sort(expected.begin(), expected.end());
-      vesk::util::qsort(values.data(), values.size(), sizeof(int), CIntComparator());
+      vesk::util::qsort(values.data(), values.size(), sizeof(int), CKeyComparator<int>());
       ASSERT_EQ(expected, values);
     }
   }
@@ -270,12 +266,12 @@ TEST(SortTest, SortsLikeTheStandardLibrary) {
     records[i].key = 3000 - i;
     std::snprintf(records[i].payload, sizeof records[i].payload, "r%d", 3000 - i);
   }
-  vesk::util::qsort(records.data(), records.size(), sizeof(Record), CRecordComparator());
+  vesk::util::qsort(records.data(), records.size(), sizeof(Record), CKeyComparator<Record>());
   for (int i = 0; i < 3000; ++i) {
     ASSERT_EQ(i + 1, records[i].key);
     ASSERT_EQ("r" + std::to_string(i + 1), records[i].payload);
   }
-  vesk::util::qsort(records.data(), records.size(), sizeof(Record), CRecordComparator());
+  vesk::util::qsort(records.data(), records.size(), sizeof(Record), CKeyComparator<Record>());
   for (int i = 0; i < 3000; ++i) ASSERT_EQ(i + 1, records[i].key);
 }
 
