@@ -17,6 +17,10 @@
 #include "vesk/io/OutputStream.h"
 #include "vesk/io/Reader.h"
 #include "vesk/io/Writer.h"
+#include "vesk/base/String.h"
+#include "vesk/io/IXMLPIToken.h"
+#include "vesk/io/IXMLStartElementToken.h"
+#include "vesk/io/XMLTextReader.h"
 
 namespace vesk_test {
 
@@ -190,6 +194,60 @@ inline std::basic_string<unsigned short> U16(const char* ascii) {
   std::basic_string<unsigned short> s;
   for (; *ascii; ++ascii) s.push_back(static_cast<unsigned char>(*ascii));
   return s;
+}
+
+
+// --- XML reading (reader tests) ----------------------------------------------
+
+/// A text reader over doc, handed out at most chunk bytes per read (0: no
+/// limit).
+inline vesk::base::CRef<vesk::io::CXMLReader> XMLReaderOn(const std::string& doc, unsigned int chunk = 0) {
+  vesk::base::CRef<vesk::io::CInputStream> stream(new CTestInputStream(doc, chunk));
+  return vesk::base::CRef<vesk::io::CXMLReader>(new vesk::io::CXMLTextReader(stream));
+}
+
+/// A token as short text: <q> and </q> for elements (with {uri}local and
+/// attributes when the token has them), 'text', [cdata], #comment, ?target data.
+inline std::string DescribeToken(const vesk::base::CRef<vesk::io::IXMLToken>& token) {
+  using namespace vesk::io;
+  auto utf8 = [](const vesk::base::CUnicodeString& s) { return std::string(s.ToUTF8()); };
+  switch (token->GetType()) {
+    case XMLStartElement:
+    case XMLEndElement: {
+      const IXMLElementToken& e = dynamic_cast<const IXMLElementToken&>(*token);
+      std::string out = token->GetType() == XMLStartElement ? "<" : "</";
+      out += utf8(e.GetQualifiedName());
+      if (e.HasNamespace()) out += "{" + utf8(e.GetNamespaceURI()) + "}" + utf8(e.GetLocalName());
+      if (token->GetType() == XMLStartElement) {
+        const CXMLAttributeList& list = dynamic_cast<const IXMLStartElementToken&>(*token).GetAttributes();
+        for (unsigned int i = 0; i < list.GetCount(); ++i) {
+          const CXMLAttribute& a = list.GetAt(i);
+          out += " " + utf8(a.GetQualifiedName());
+          if (!a.GetNamespaceURI().IsEmpty()) out += "{" + utf8(a.GetNamespaceURI()) + "}" + utf8(a.GetLocalName());
+          out += "=" + utf8(a.GetValue());
+        }
+      }
+      return out + ">";
+    }
+    case XMLText:
+      return "'" + utf8(token->GetValue()) + "'";
+    case XMLCDATA:
+      return "[" + utf8(token->GetValue()) + "]";
+    case XMLComment:
+      return "#" + utf8(token->GetValue());
+    case XMLProcessingInstruction: {
+      const IXMLPIToken& pi = dynamic_cast<const IXMLPIToken&>(*token);
+      return "?" + utf8(pi.GetTarget()) + " " + utf8(pi.GetData());
+    }
+  }
+  return "?";
+}
+
+/// Every remaining token of reader, described and joined by spaces.
+inline std::string DumpTokens(vesk::io::CXMLReader& reader) {
+  std::string out;
+  while (reader.ReadToken()) out += (out.empty() ? "" : " ") + DescribeToken(reader.GetCurrentToken());
+  return out;
 }
 
 }  // namespace vesk_test

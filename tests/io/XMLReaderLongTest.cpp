@@ -1,0 +1,69 @@
+// Long-running reader checks (CTest label "long"): a 2 GiB document streamed
+// in bounded memory.
+#include <sys/resource.h>
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "vesk/io/XMLTextReader.h"
+
+using namespace vesk::io;
+
+namespace {
+
+// An endless document made on the fly: <r>, then records, then </r>.
+class CGeneratedDocument : public CInputStream {
+ public:
+  CGeneratedDocument(unsigned long long size, std::string record, std::string open = "<r>", std::string close = "</r>")
+      : m_size(size), m_record(std::move(record)), m_open(std::move(open)), m_close(std::move(close)) {}
+  unsigned int GetAvailable() const override { return 0; }
+  int Read(char* buffer, unsigned int offset, unsigned int length) override {
+    unsigned int n = 0;
+    while (n < length) {
+      const std::string* part;
+      unsigned long long at = m_done;
+      if (at < m_open.size()) {
+        part = &m_open;
+      } else if (at < m_size - m_close.size()) {
+        part = &m_record;
+        at = (at - m_open.size()) % m_record.size();
+      } else if (at < m_size) {
+        part = &m_close;
+        at -= m_size - m_close.size();
+      } else {
+        break;
+      }
+      buffer[offset + n++] = (*part)[at];
+      ++m_done;
+    }
+    return n ? static_cast<int>(n) : -1;
+  }
+  void Reset() override { m_done = 0; }
+  void Close() override {}
+
+ private:
+  unsigned long long m_size;
+  unsigned long long m_done = 0;
+  std::string m_record, m_open, m_close;
+};
+
+long PeakKiB() {
+  rusage usage;
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
+}
+
+TEST(XMLTextReaderTest, TwoGiBStreamInBoundedMemory) {
+  const unsigned long long size = 2ull << 30;
+  CGeneratedDocument doc(size, "<i a='1'>some text &amp; more</i>\n");
+  CXMLTextReader reader(&doc);
+  long before = PeakKiB();
+  unsigned long long elements = 0;
+  while (reader.ReadToken())
+    if (reader.GetCurrentTokenType() == XMLStartElement) ++elements;
+  EXPECT_GT(elements, size / 40);
+  EXPECT_LT(PeakKiB() - before, 64 * 1024) << "KiB of peak memory grew while reading";
+}
+
+}  // namespace

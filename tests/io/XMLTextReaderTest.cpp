@@ -1,0 +1,221 @@
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "TestStreams.h"
+#include "TestSupport.h"
+#include "vesk/io/XMLException.h"
+#include "vesk/io/XMLTextReader.h"
+
+using namespace vesk::io;
+using vesk::base::CRef;
+using vesk::base::CUnicodeString;
+using vesk::testing::W;
+using vesk_test::DumpTokens;
+using vesk_test::ExpectThrow;
+using vesk_test::XMLReaderOn;
+
+namespace {
+
+const char kSource[] = "vesk/io/XMLTextReader";
+
+std::string Dump(const std::string& doc, unsigned int chunk = 0) { return DumpTokens(*XMLReaderOn(doc, chunk)); }
+
+TEST(XMLTextReaderTest, TokensOfDocuments) {
+  struct Case {
+    const char* doc;
+    const char* tokens;
+  } cases[] = {
+      {"<a/>", "<a> </a>"},
+      // White space outside the root makes no token; inside it does.
+      {"<?xml version=\"1.0\"?>\n<a> <b>x</b>\n</a>\n", "<a> ' ' <b> 'x' </b> '\n' </a>"},
+      // A run of text split by references is one token.
+      {"<a>Tom &amp; Jerry &lt;3 &#x41;&#65;</a>", "<a> 'Tom & Jerry <3 AA' </a>"},
+      {"<!--c--><?p d?><a><![CDATA[<x>]]>t<!--d--><?q?></a><!--e-->",
+       "#c ?p d <a> [<x>] 't' #d ?q  </a> #e"},
+      {"<a k=\"1\" j=' x &amp; '><b/></a>", "<a k=1 j= x & > <b> </b> </a>"},
+      {"<p:a xmlns:p=\"urn:x\" p:k=\"v\" k2=\"w\"><b xmlns=\"urn:d\"/></p:a>",
+       "<p:a{urn:x}a xmlns:p{http://www.w3.org/2000/xmlns/}p=urn:x p:k{urn:x}k=v k2=w> "
+       "<b{urn:d}b xmlns=urn:d> </b{urn:d}b> </p:a{urn:x}a>"},
+      // The encoding comes from the declaration or the byte-order mark.
+      {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a>\xE9</a>", "<a> '\xC3\xA9' </a>"},
+      {"\xEF\xBB\xBF<a>\xE2\x82\xAC</a>", "<a> '\xE2\x82\xAC' </a>"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(Dump(c.doc), c.tokens) << c.doc;
+  // UTF-16 with its byte-order mark.
+  EXPECT_EQ(Dump(std::string("\xFF\xFE<\0a\0/\0>\0", 10)), "<a> </a>");
+  // Byte by byte, the scanner sees the same document.
+  EXPECT_EQ(Dump("<a x='1'>text &amp; more<b/></a>", 1), "<a x=1> 'text & more' <b> </b> </a>");
+}
+
+TEST(XMLTextReaderTest, MalformedDocumentsFailWithTheScannersText) {
+  // Each fails at creation or at the read that meets the error (the scanner
+  // decodes ahead), always with the scanner's text and position.
+  const char* docs[] = {"", "<", "<a", "no markup", "<?xml version=\"1.0\" encoding=\"no-such\"?><a/>",
+                        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\xC3<a/>", "<a>\xFF\xFE</a>",
+                        "<a><b></c></a>", "<a>&undefined;</a>", "<a>x</a><b/>", "<a x='1' x='2'/>", "<a>]]></a>",
+                        "<a><!-- -- --></a>", "<a>&#0;</a>"};
+  for (const char* doc : docs) {
+    CRef<CXMLReader> reader;
+    try {
+      reader = XMLReaderOn(doc);
+      while (reader->ReadToken()) {
+      }
+      ADD_FAILURE() << doc;
+    } catch (const CXMLException& e) {
+      EXPECT_STREQ(e.GetErrorDescription(), reader.IsNull() ? "Failed to create XML text tokenizer."
+                                                            : "Failed to get the next token of xml text tokenizer.")
+          << doc;
+      EXPECT_STREQ(e.GetSourceFile(), kSource);
+      ASSERT_NE(e.GetMessage(), nullptr);
+      EXPECT_NE(std::string(e.GetMessage()).find("(line 1, column"), std::string::npos) << e.GetMessage();
+    }
+    // The failure stays: the scanner is not asked again.
+    if (!reader.IsNull())
+      ExpectThrow<CXMLException>([&] { reader->ReadToken(); }, "Failed to get the next token of xml text tokenizer.");
+  }
+  // Tokens taken before the failing step stay read.
+  CRef<CXMLReader> reader = XMLReaderOn("<a><b>x</c></a>");
+  EXPECT_TRUE(reader->ReadToken());
+  EXPECT_EQ(vesk_test::DescribeToken(reader->GetCurrentToken()), "<a>");
+}
+
+TEST(XMLTextReaderTest, NothingOutsideTheDocumentIsRead) {
+  // A DTD file that exists but would not parse: were it read, the document
+  // would fail.
+  std::string dtd = ::testing::TempDir() + "vesk_bad.dtd";
+  std::ofstream(dtd) << "<<< not a DTD";
+  const std::string docs[] = {
+      "<!DOCTYPE a SYSTEM \"" + dtd + "\"><a>x</a>",
+      "<!DOCTYPE a SYSTEM \"/no/such/file.dtd\"><a>x</a>",
+      "<!DOCTYPE a PUBLIC \"-//X//Y//EN\" \"http://example.invalid/a.dtd\"><a>x</a>",
+      "<!DOCTYPE a [<!ENTITY % p SYSTEM \"http://example.invalid/p\"> %p;]><a>x</a>",
+  };
+  for (const std::string& doc : docs) EXPECT_EQ(Dump(doc), "<a> 'x' </a>") << doc;
+  std::remove(dtd.c_str());
+  // A reference to a declared entity is refused, never dropped or fetched.
+  const char* refused[] = {
+      "<!DOCTYPE a [<!ENTITY e \"x\">]><a>&e;</a>",
+      "<!DOCTYPE a [<!ENTITY e SYSTEM \"http://example.invalid/e\">]><a>&e;</a>",
+      "<!DOCTYPE a [<!ENTITY e \"x\">]><a k='&e;'/>",
+  };
+  for (const char* doc : refused)
+    ExpectThrow<CXMLException>([&] { DumpTokens(*XMLReaderOn(doc)); },
+                               "Failed to get the next token of xml text tokenizer.");
+}
+
+TEST(XMLTextReaderTest, EntityExpansionIsBounded) {
+  std::string laughs = "<?xml version=\"1.0\"?><!DOCTYPE l [<!ENTITY l0 \"lol\">";
+  for (int i = 1; i < 10; ++i) {
+    laughs += "<!ENTITY l" + std::to_string(i) + " \"";
+    for (int j = 0; j < 10; ++j) laughs += "&l" + std::to_string(i - 1) + ";";
+    laughs += "\">";
+  }
+  laughs += "]><l>&l9;</l>";
+  auto start = std::chrono::steady_clock::now();
+  ExpectThrow<CXMLException>([&] { DumpTokens(*XMLReaderOn(laughs)); }, nullptr);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+  // Predefined entities are not expansions to bound: a million of them read.
+  std::string amps = "<a>";
+  for (int i = 0; i < 1000000; ++i) amps += "&amp;";
+  amps += "</a>";
+  CRef<CXMLReader> reader = XMLReaderOn(amps);
+  reader->ReadStartElement(W(u"a"));
+  EXPECT_EQ(reader->ReadElementText().GetLength(), 1000000u);
+}
+
+TEST(XMLTextReaderTest, ElementReadsAndTheirMessages) {
+  CRef<CXMLReader> reader = XMLReaderOn("<a><b>x</b><c/><p:d xmlns:p='urn:p'/></a>");
+  ExpectThrow<CXMLException>([&] { reader->ReadStartElement(W(u"")); }, "Invalid local name.", kSource);
+  ExpectThrow<CXMLException>([&] { reader->ReadStartElement(nullptr, W(u"urn:p")); }, "Invalid local name.");
+  ExpectThrow<CXMLException>([&] { reader->ReadStartElement(W(u"b")); }, "Failed to read the specified start element.",
+                             kSource);
+  reader->ReadStartElement();  // b
+  EXPECT_TRUE(reader->ReadElementTextIfAvailable());
+  ExpectThrow<CXMLException>([&] { reader->ReadEndElement(W(u"x")); }, "Failed to read the end element.", kSource);
+  reader->ReadStartElement(W(u"c"), W(u""));
+  // No text: the end element stays for the next read.
+  EXPECT_FALSE(reader->ReadElementTextIfAvailable());
+  EXPECT_EQ(reader->GetCurrentTokenType(), XMLStartElement);
+  EXPECT_TRUE(reader->ReadElementText() == "");
+  reader->ReadEndElement(W(u"c"));
+  ExpectThrow<CXMLException>([&] { reader->ReadStartElement(W(u"p:d"), W(u"urn:p")); },
+                             "Failed to read the specified start element.");
+  reader->ReadEndElement(W(u"d"), W(u"urn:p"));
+  reader->ReadEndElement();
+  ExpectThrow<CXMLException>([&] { reader->ReadEndElement(); }, "End of stream reached.", kSource);
+  EXPECT_FALSE(reader->ReadToken());
+  EXPECT_EQ(reader->GetCurrentTokenType(), 0);
+  reader->Close();
+  reader->Close();
+  for (auto op : {+[](CXMLReader& r) { r.ReadToken(); }, +[](CXMLReader& r) { r.ReadElementText(); },
+                  +[](CXMLReader& r) { r.ReadStartElement(W(u"a")); }}) {
+    try {
+      op(*reader);
+      ADD_FAILURE();
+    } catch (const CXMLException&) {
+      ADD_FAILURE() << "closed is not an XML error";
+    } catch (const CIOException& e) {
+      EXPECT_STREQ(e.GetErrorDescription(), "Reader closed.");
+    }
+  }
+}
+
+// A stream that fails after handing out its first bytes.
+class CFailingStream : public vesk_test::CTestInputStream {
+ public:
+  CFailingStream() : CTestInputStream("<a><b>") {}
+  int Read(char* buffer, unsigned int offset, unsigned int length) override {
+    if (position == data.size()) throw CIOException("test", 1, "device gone");
+    return CTestInputStream::Read(buffer, offset, length);
+  }
+};
+
+TEST(XMLTextReaderTest, StreamsAndFiles) {
+  CFailingStream failing;
+  try {
+    CXMLTextReader reader(&failing);
+    while (reader.ReadToken()) {
+    }
+    ADD_FAILURE();
+  } catch (const CXMLException&) {
+    ADD_FAILURE() << "a stream failure is not an XML error";
+  } catch (const CIOException& e) {
+    EXPECT_STREQ(e.GetMessage(), "device gone");
+  }
+  std::string path = ::testing::TempDir() + "vesk_reader.xml";
+  std::ofstream(path) << "<?xml version='1.0'?><r><v>42</v></r>";
+  {
+    CXMLTextReader reader{IO::Location(path.c_str())};
+    reader.ReadStartElement(W(u"r"));
+    EXPECT_EQ(reader.ReadElementLong(W(u"v")), 42);
+  }
+  std::remove(path.c_str());
+  ExpectThrow<CIOException>([&] { CXMLTextReader reader{IO::Location(path.c_str())}; },
+                            "An error occured while trying to open file.", kSource);
+}
+
+TEST(XMLTextReaderTest, LargeTokensAndDeepNesting) {
+  // An attribute of 10 MB and a name of 1 MB.
+  std::string value(10 << 20, 'v');
+  std::string name(1 << 20, 'n');
+  CRef<CXMLReader> reader = XMLReaderOn("<a k='" + value + "'><" + name + "/></a>");
+  reader->ReadStartElement(W(u"a"));
+  EXPECT_EQ(reader->ReadAttribute(W(u"k")).GetLength(), value.size());
+  reader->ReadStartElement();
+  EXPECT_EQ(reader->GetCurrentToken()->GetType(), XMLStartElement);
+  // 100 000 levels deep.
+  const unsigned int depth = 100000;
+  std::string deep;
+  for (unsigned int i = 0; i < depth; ++i) deep += "<e>";
+  for (unsigned int i = 0; i < depth; ++i) deep += "</e>";
+  reader = XMLReaderOn(deep);
+  unsigned int tokens = 0;
+  while (reader->ReadToken()) ++tokens;
+  EXPECT_EQ(tokens, 2 * depth);
+}
+
+}  // namespace

@@ -1,0 +1,258 @@
+#include "vesk/io/internal/XMLTextTokenizer.h"
+
+#include <cstdio>
+
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/internal/XMLScannerResolver.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLUni.hpp>
+#include <xercesc/validators/DTD/DTDValidator.hpp>
+#include <xercesc/validators/common/GrammarResolver.hpp>
+
+#include "vesk/base/MemoryException.h"
+#include "vesk/io/XMLAttributeList.h"
+#include "vesk/io/XMLCDATAToken.h"
+#include "vesk/io/XMLCommentToken.h"
+#include "vesk/io/XMLEndElementToken.h"
+#include "vesk/io/XMLException.h"
+#include "vesk/io/XMLPIToken.h"
+#include "vesk/io/XMLStartElementToken.h"
+#include "vesk/io/XMLTextToken.h"
+#include "vesk/platform/Throw.h"
+#include "vesk/platform/Xerces.h"
+
+namespace vesk {
+namespace io {
+namespace internal {
+
+using vesk::base::CMemoryException;
+using vesk::base::CRef;
+using vesk::base::CString;
+using vesk::base::CUnicodeString;
+
+namespace {
+
+const char kSource[] = "vesk/io/XMLTextTokenizer";
+const char kScanError[] = "XML scanner error.";
+
+// What every external entity reads as: an XML declaration and nothing else.
+const char kEmptyEntity[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+static_assert(sizeof(kEmptyEntity) - 1 == 38, "the empty entity is 38 bytes");
+const XMLCh kEmptyEntityId[] = {'e', 'm', 'p', 't', 'y', 0};
+
+const unsigned short* Units(const XMLCh* text) { return reinterpret_cast<const unsigned short*>(text); }
+
+CString Narrow(const XMLCh* text) { return CUnicodeString(Units(text)).ToUTF8(); }
+
+// Starts Xerces-C before the first member that needs it (the input source
+// takes its memory manager when it is built).
+CInputStream* WithXerces(CInputStream* stream) {
+  if (!platform::EnsureXerces()) VESK_THROW(kSource, CXMLException, "Failed to start the XML scanner.");
+  return stream;
+}
+
+}  // namespace
+
+CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream, const CRef<CInputStream>& owner)
+    : m_source(WithXerces(stream), owner),
+      m_grammarResolver(nullptr),
+      m_scanner(nullptr),
+      m_depth(0),
+      m_textCapacity(0),
+      m_ended(false),
+      m_failed(false) {
+  try {
+    m_grammarResolver = new xercesc::GrammarResolver(nullptr);
+    m_scanner = xercesc::XMLScannerResolver::resolveScanner(xercesc::XMLUni::fgWFXMLScanner,
+                                                            new xercesc::DTDValidator(), m_grammarResolver);
+    // A scanner made by the resolver has no URI pool of its own; namespace
+    // processing looks every prefix up in it.
+    m_scanner->setURIStringPool(m_grammarResolver->getStringPool());
+    m_scanner->setDocHandler(this);
+    m_scanner->setEntityHandler(this);
+    m_scanner->setErrorReporter(this);
+    m_scanner->setDoNamespaces(true);
+    m_scanner->setValidationScheme(xercesc::XMLScanner::Val_Never);
+    m_scanner->setLoadExternalDTD(false);
+    m_scanner->setDisableDefaultEntityResolution(true);
+    m_scanner->setExitOnFirstFatal(true);
+    // Encoding errors in the prolog leave scanFirst as Xerces exceptions
+    // instead of reaching the error reporter; Step's handlers convert them.
+    bool more = false;
+    try {
+      more = m_scanner->scanFirst(m_source, m_scanToken);
+    } catch (const xercesc::XMLException& e) {
+      Fail(Narrow(e.getMessage()));
+    } catch (const xercesc::OutOfMemoryException&) {
+      throw CMemoryException(kSource, __LINE__);
+    }
+    if (!more) m_ended = true;
+    // The prolog is behind us. From here on, a reference to an entity the
+    // DTD declared is refused as undeclared: the scanner would otherwise
+    // drop it without a word.
+    m_scanner->setHasNoDTD(true);
+    FlushText();
+  } catch (...) {
+    Destroy();
+    throw;
+  }
+}
+
+CXMLTextTokenizer::~CXMLTextTokenizer() { Destroy(); }
+
+void CXMLTextTokenizer::Destroy() {
+  // The scanner's readers refer to the input source and the resolver's pool,
+  // so it goes first.
+  delete m_scanner;
+  m_scanner = nullptr;
+  delete m_grammarResolver;
+  m_grammarResolver = nullptr;
+}
+
+CRef<IXMLToken> CXMLTextTokenizer::NextToken() {
+  while (m_queue.IsEmpty()) {
+    if (m_failed) VESK_THROW(kSource, CXMLException, kScanError, m_failure);
+    if (m_ended) return CRef<IXMLToken>();
+    Step();
+  }
+  return m_queue.Dequeue();
+}
+
+void CXMLTextTokenizer::Step() {
+  // Any exception leaves the scanner unusable (it drops its readers), so
+  // the tokenizer fails for good; tokens of the failed step are dropped.
+  try {
+    if (!m_scanner->scanNext(m_scanToken)) m_ended = true;
+    FlushText();
+    return;
+  } catch (const xercesc::XMLException& e) {
+    m_failure = Narrow(e.getMessage());
+  } catch (const xercesc::OutOfMemoryException&) {
+    m_failure = "Out of memory.";
+  } catch (const CXMLException& e) {
+    m_failure = e.GetMessage();
+  } catch (const vesk::base::CException& e) {
+    m_failed = true;
+    m_queue.RemoveAll();
+    throw;
+  }
+  m_failed = true;
+  m_queue.RemoveAll();
+  m_text.Empty();
+}
+
+void CXMLTextTokenizer::Fail(const char* message) {
+  m_failed = true;
+  m_failure = message;
+  VESK_THROW(kSource, CXMLException, kScanError, message);
+}
+
+void CXMLTextTokenizer::Enqueue(IXMLToken* token) {
+  CRef<IXMLToken> ref(token);
+  m_queue.Enqueue(ref);
+}
+
+void CXMLTextTokenizer::FlushText() {
+  if (m_text.IsEmpty()) return;
+  CUnicodeString text(m_text);
+  m_text.Empty();
+  Enqueue(new CXMLTextToken(text));
+}
+
+CUnicodeString CXMLTextTokenizer::UriText(unsigned int uriId) const {
+  return CUnicodeString(Units(m_scanner->getURIText(uriId)));
+}
+
+void CXMLTextTokenizer::docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool cdataSection) {
+  // Character data outside the root element makes no token.
+  if (m_depth == 0) return;
+  unsigned int count = length > 0xFFFFFFFEu ? 0xFFFFFFFEu : static_cast<unsigned int>(length);
+  if (cdataSection) {
+    FlushText();
+    Enqueue(new CXMLCDATAToken(CUnicodeString(Units(chars), count)));
+  } else if (m_text.IsEmpty()) {
+    m_text.Set(Units(chars), count);
+    m_textCapacity = count;
+  } else {
+    // Grow by doubling: a run split by a million references stays linear.
+    unsigned int needed = m_text.GetLength() + count;
+    if (needed < count) VESK_THROW(kSource, CMemoryException);
+    if (needed > m_textCapacity) {
+      m_textCapacity = needed > 0x7FFFFFFFu || needed > 2 * m_textCapacity ? needed : 2 * m_textCapacity;
+      m_text.EnsureCapacity(m_textCapacity);
+    }
+    m_text += CUnicodeString(Units(chars), count);
+  }
+}
+
+void CXMLTextTokenizer::docComment(const XMLCh* const comment) {
+  FlushText();
+  Enqueue(new CXMLCommentToken(CUnicodeString(Units(comment))));
+}
+
+void CXMLTextTokenizer::docPI(const XMLCh* const target, const XMLCh* const data) {
+  FlushText();
+  Enqueue(new CXMLPIToken(CUnicodeString(Units(target)), CUnicodeString(Units(data))));
+}
+
+void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, const unsigned int uriId,
+                                     const XMLCh* const, const xercesc::RefVectorOf<xercesc::XMLAttr>& attrList,
+                                     const XMLSize_t attrCount, const bool isEmpty, const bool) {
+  FlushText();
+  CXMLAttributeList attributes;
+  for (XMLSize_t i = 0; i < attrCount; ++i) {
+    const xercesc::XMLAttr* attribute = attrList.elementAt(i);
+    attributes.Add(Units(attribute->getQName()), Units(attribute->getName()),
+                   UriText(attribute->getURIId()), Units(attribute->getValue()));
+  }
+  CUnicodeString qualifiedName(Units(elemDecl.getFullName()));
+  if (uriId != 0) {
+    CUnicodeString localName(Units(elemDecl.getBaseName()));
+    CUnicodeString uri = UriText(uriId);
+    Enqueue(new CXMLStartElementToken(qualifiedName, localName, uri, attributes));
+    // An empty-element tag gets no end callback: its end token follows now.
+    if (isEmpty) Enqueue(new CXMLEndElementToken(qualifiedName, localName, uri));
+  } else {
+    Enqueue(new CXMLStartElementToken(qualifiedName, attributes));
+    if (isEmpty) Enqueue(new CXMLEndElementToken(qualifiedName));
+  }
+  if (!isEmpty) ++m_depth;
+}
+
+void CXMLTextTokenizer::endElement(const xercesc::XMLElementDecl& elemDecl, const unsigned int uriId,
+                                   const bool, const XMLCh* const) {
+  FlushText();
+  CUnicodeString qualifiedName(Units(elemDecl.getFullName()));
+  if (uriId != 0)
+    Enqueue(new CXMLEndElementToken(qualifiedName, CUnicodeString(Units(elemDecl.getBaseName())),
+                                    UriText(uriId)));
+  else
+    Enqueue(new CXMLEndElementToken(qualifiedName));
+  if (m_depth > 0) --m_depth;
+}
+
+xercesc::InputSource* CXMLTextTokenizer::resolveEntity(xercesc::XMLResourceIdentifier*) {
+  // Nothing outside the document is ever fetched.
+  return new xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(kEmptyEntity), sizeof(kEmptyEntity) - 1,
+                                        kEmptyEntityId, false);
+}
+
+void CXMLTextTokenizer::error(const unsigned int, const XMLCh* const, const ErrTypes type,
+                              const XMLCh* const errorText, const XMLCh* const, const XMLCh* const,
+                              const XMLFileLoc lineNum, const XMLFileLoc colNum) {
+  if (type == ErrType_Warning) return;
+  CString message = Narrow(errorText);
+  char position[64];
+  std::snprintf(position, sizeof(position), " (line %llu, column %llu)", static_cast<unsigned long long>(lineNum),
+                static_cast<unsigned long long>(colNum));
+  message += position;
+  VESK_THROW(kSource, CXMLException, kScanError, message);
+}
+
+}  // namespace internal
+}  // namespace io
+}  // namespace vesk

@@ -1,0 +1,115 @@
+/// \file
+/// CXMLTextTokenizer: turns the callbacks of Xerces-C's progressive
+/// well-formedness scanner into XML tokens, queued until the reader takes
+/// them.
+#ifndef VESK_IO_INTERNAL_XMLTEXTTOKENIZER_H
+#define VESK_IO_INTERNAL_XMLTEXTTOKENIZER_H
+
+#include <xercesc/framework/XMLDocumentHandler.hpp>
+#include <xercesc/framework/XMLEntityHandler.hpp>
+#include <xercesc/framework/XMLErrorReporter.hpp>
+#include <xercesc/framework/XMLPScanToken.hpp>
+
+#include "vesk/base/Base.h"
+#include "vesk/base/Ref.h"
+#include "vesk/base/String.h"
+#include "vesk/base/UnicodeString.h"
+#include "vesk/io/IXMLToken.h"
+#include "vesk/io/internal/InputStreamInputSource.h"
+#include "vesk/util/Queue.h"
+
+XERCES_CPP_NAMESPACE_BEGIN
+class GrammarResolver;
+class XMLScanner;
+XERCES_CPP_NAMESPACE_END
+
+namespace vesk {
+namespace io {
+namespace internal {
+
+/// Scans a document progressively: the constructor builds the scanner and
+/// takes the first step (the prolog); NextToken takes further steps until a
+/// token is queued. Every failure of the scanner (a malformed document, an
+/// encoding error) is thrown as CXMLException with the scanner's own text
+/// and its line and column as message; after a failure every further call
+/// throws it again.
+///
+/// Nothing outside the document is ever read: the scanner skips the DTD,
+/// and any external entity it might still ask for is answered with an
+/// in-memory XML declaration. Entity references are limited to the five
+/// predefined entities and character references; a reference to an entity
+/// declared in the DTD (which the scanner does not expand) is refused, so
+/// no text is silently dropped and no expansion can grow without bound.
+class CXMLTextTokenizer : public vesk::base::CBase,
+                          public xercesc::XMLDocumentHandler,
+                          public xercesc::XMLEntityHandler,
+                          public xercesc::XMLErrorReporter {
+ public:
+  /// Reads from stream (kept alive through owner when that is set).
+  CXMLTextTokenizer(CInputStream* stream, const vesk::base::CRef<CInputStream>& owner);
+  ~CXMLTextTokenizer() override;
+
+  /// The next token, or null at the end of the document.
+  vesk::base::CRef<IXMLToken> NextToken();
+
+  // XMLDocumentHandler
+  void docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool cdataSection) override;
+  void docComment(const XMLCh* const comment) override;
+  void docPI(const XMLCh* const target, const XMLCh* const data) override;
+  void endDocument() override {}
+  void endElement(const xercesc::XMLElementDecl& elemDecl, const unsigned int uriId, const bool isRoot,
+                  const XMLCh* const prefixName) override;
+  void endEntityReference(const xercesc::XMLEntityDecl&) override {}
+  void ignorableWhitespace(const XMLCh* const, const XMLSize_t, const bool) override {}
+  void resetDocument() override {}
+  void startDocument() override {}
+  void startElement(const xercesc::XMLElementDecl& elemDecl, const unsigned int uriId,
+                    const XMLCh* const prefixName, const xercesc::RefVectorOf<xercesc::XMLAttr>& attrList,
+                    const XMLSize_t attrCount, const bool isEmpty, const bool isRoot) override;
+  void startEntityReference(const xercesc::XMLEntityDecl&) override {}
+  void XMLDecl(const XMLCh* const, const XMLCh* const, const XMLCh* const, const XMLCh* const) override {}
+
+  // XMLEntityHandler
+  void endInputSource(const xercesc::InputSource&) override {}
+  bool expandSystemId(const XMLCh* const, xercesc::XMLBuffer&) override { return false; }
+  void resetEntities() override {}
+  xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resourceIdentifier) override;
+  void startInputSource(const xercesc::InputSource&) override {}
+
+  // XMLErrorReporter
+  void error(const unsigned int errCode, const XMLCh* const errDomain, const ErrTypes type,
+             const XMLCh* const errorText, const XMLCh* const systemId, const XMLCh* const publicId,
+             const XMLFileLoc lineNum, const XMLFileLoc colNum) override;
+  void resetErrors() override {}
+
+ private:
+  CXMLTextTokenizer(const CXMLTextTokenizer&);
+  CXMLTextTokenizer& operator=(const CXMLTextTokenizer&);
+
+  void Step();
+  void Fail(const char* message);
+  void Enqueue(IXMLToken* token);
+  void FlushText();
+  vesk::base::CUnicodeString UriText(unsigned int uriId) const;
+  void Destroy();
+
+  CInputStreamInputSource m_source;
+  xercesc::GrammarResolver* m_grammarResolver;
+  xercesc::XMLScanner* m_scanner;
+  xercesc::XMLPScanToken m_scanToken;
+  vesk::util::CQueue<vesk::base::CRef<IXMLToken> > m_queue;
+  unsigned int m_depth;
+  // Character data arrives in pieces (split at every entity reference);
+  // the pieces of one run become one text token.
+  vesk::base::CUnicodeString m_text;
+  unsigned int m_textCapacity;
+  bool m_ended;
+  bool m_failed;
+  vesk::base::CString m_failure;
+};
+
+}  // namespace internal
+}  // namespace io
+}  // namespace vesk
+
+#endif
