@@ -207,15 +207,21 @@ TEST(XMLTextReaderTest, LargeTokensAndDeepNesting) {
   EXPECT_EQ(reader->ReadAttribute(W(u"k")).GetLength(), value.size());
   reader->ReadStartElement();
   EXPECT_EQ(reader->GetCurrentToken()->GetType(), XMLStartElement);
-  // 100 000 levels deep.
-  const unsigned int depth = 100000;
-  std::string deep;
-  for (unsigned int i = 0; i < depth; ++i) deep += "<e>";
-  for (unsigned int i = 0; i < depth; ++i) deep += "</e>";
-  reader = XMLReaderOn(deep);
-  unsigned int tokens = 0;
-  while (reader->ReadToken()) ++tokens;
-  EXPECT_EQ(tokens, 2 * depth);
+  // 4096 levels read; 100 000 are refused (quickly) at level 4097.
+  for (unsigned int depth : {4096u, 100000u}) {
+    std::string deep;
+    for (unsigned int i = 0; i < depth; ++i) deep += "<e>";
+    for (unsigned int i = 0; i < depth; ++i) deep += "</e>";
+    reader = XMLReaderOn(deep);
+    unsigned int tokens = 0;
+    try {
+      while (reader->ReadToken()) ++tokens;
+      EXPECT_EQ(tokens, 2 * depth);
+    } catch (const CXMLException& e) {
+      EXPECT_EQ(tokens, 4096u);
+      EXPECT_EQ(std::string(e.GetMessage()), "elements nested deeper than 4096 levels (line 1, column 12292)");
+    }
+  }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "vesk/base/BinaryData.h"
 #include "vesk/base/Bool.h"
 #include "vesk/base/MemoryException.h"
+#include "vesk/io/IXMLSerializable.h"
 #include "vesk/io/IXMLStartElementToken.h"
 #include "vesk/io/XMLException.h"
 #include "vesk/platform/Memory.h"
@@ -412,6 +413,8 @@ void CXMLReader::ReadElementBase64(const unsigned short* localName, const unsign
 void CXMLReader::ReadElementBase64(const unsigned short* localName, char*& data, unsigned int& length) {
   ElementData(*this, localName, nullptr, &CXMLReader::ReadBase64, data, length);
 }
+
+void CXMLReader::ReadObject(IXMLSerializable& object) { object.ReadXML(*this); }
 
 }  // namespace io
 }  // namespace vesk

@@ -155,7 +155,9 @@ class VESK_API CXMLReader : public vesk::base::CObject {
                                  char*& data, unsigned int& length);
   virtual void ReadElementBase64(const unsigned short* localName, char*& data, unsigned int& length);
 
-  //@@READOBJECT@@
+  /// Hands this reader to the object's ReadXML; adds no markup of its own.
+  virtual void ReadObject(IXMLSerializable& object);
+
   /// Releases the token source; every later read throws CIOException
   /// "Reader closed.".
   virtual void Close() = 0;

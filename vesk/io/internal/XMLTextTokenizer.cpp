@@ -6,6 +6,7 @@
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/sax/Locator.hpp>
 #include <xercesc/internal/XMLScannerResolver.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLException.hpp>
@@ -43,6 +44,13 @@ const char kScanError[] = "XML scanner error.";
 const char kEmptyEntity[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 static_assert(sizeof(kEmptyEntity) - 1 == 38, "the empty entity is 38 bytes");
 const XMLCh kEmptyEntityId[] = {'e', 'm', 'p', 't', 'y', 0};
+
+// The deepest element nesting read. The scanner resolves every element's
+// namespace by walking down its element stack, so each level costs every
+// element below it a step: 100 000 levels take the scanner seconds, and a
+// document of deep elements would take hours. Nesting this deep in real
+// documents is unknown.
+const unsigned int kMaxDepth = 4096;
 
 const unsigned short* Units(const XMLCh* text) { return reinterpret_cast<const unsigned short*>(text); }
 
@@ -202,6 +210,14 @@ void CXMLTextTokenizer::docPI(const XMLCh* const target, const XMLCh* const data
 void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, const unsigned int uriId,
                                      const XMLCh* const, const xercesc::RefVectorOf<xercesc::XMLAttr>& attrList,
                                      const XMLSize_t attrCount, const bool isEmpty, const bool) {
+  if (!isEmpty && m_depth >= kMaxDepth) {
+    const xercesc::Locator* locator = m_scanner->getLocator();
+    char message[128];
+    std::snprintf(message, sizeof(message), "elements nested deeper than %u levels (line %llu, column %llu)",
+                  kMaxDepth, static_cast<unsigned long long>(locator->getLineNumber()),
+                  static_cast<unsigned long long>(locator->getColumnNumber()));
+    VESK_THROW(kSource, CXMLException, kScanError, message);
+  }
   FlushText();
   CXMLAttributeList attributes;
   for (XMLSize_t i = 0; i < attrCount; ++i) {
