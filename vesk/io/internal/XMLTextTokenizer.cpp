@@ -1,6 +1,7 @@
 #include "vesk/io/internal/XMLTextTokenizer.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
@@ -23,6 +24,7 @@
 #include "vesk/io/XMLPIToken.h"
 #include "vesk/io/XMLStartElementToken.h"
 #include "vesk/io/XMLTextToken.h"
+#include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
 #include "vesk/platform/Xerces.h"
 
@@ -68,15 +70,20 @@ CInputStream* WithXerces(CInputStream* stream) {
 CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream, const CRef<CInputStream>& owner)
     : m_source(WithXerces(stream), owner),
       m_grammarResolver(nullptr),
+      m_validator(nullptr),
       m_scanner(nullptr),
       m_depth(0),
+      m_textBuffer(nullptr),
+      m_textLength(0),
       m_textCapacity(0),
       m_ended(false),
       m_failed(false) {
   try {
     m_grammarResolver = new xercesc::GrammarResolver(nullptr);
-    m_scanner = xercesc::XMLScannerResolver::resolveScanner(xercesc::XMLUni::fgWFXMLScanner,
-                                                            new xercesc::DTDValidator(), m_grammarResolver);
+    // The scanner uses the validator but leaves it to its owner to delete.
+    m_validator = new xercesc::DTDValidator();
+    m_scanner = xercesc::XMLScannerResolver::resolveScanner(xercesc::XMLUni::fgWFXMLScanner, m_validator,
+                                                            m_grammarResolver);
     // A scanner made by the resolver has no URI pool of its own; namespace
     // processing looks every prefix up in it.
     m_scanner->setURIStringPool(m_grammarResolver->getStringPool());
@@ -113,12 +120,16 @@ CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream, const CRef<CInputStre
 CXMLTextTokenizer::~CXMLTextTokenizer() { Destroy(); }
 
 void CXMLTextTokenizer::Destroy() {
-  // The scanner's readers refer to the input source and the resolver's pool,
-  // so it goes first.
+  // The scanner's readers refer to the input source, and the scanner to the
+  // validator and the resolver's pool, so it goes first.
   delete m_scanner;
   m_scanner = nullptr;
+  delete m_validator;
+  m_validator = nullptr;
   delete m_grammarResolver;
   m_grammarResolver = nullptr;
+  platform::Free(m_textBuffer);
+  m_textBuffer = nullptr;
 }
 
 CRef<IXMLToken> CXMLTextTokenizer::NextToken() {
@@ -150,7 +161,7 @@ void CXMLTextTokenizer::Step() {
   }
   m_failed = true;
   m_queue.RemoveAll();
-  m_text.Empty();
+  m_textLength = 0;
 }
 
 void CXMLTextTokenizer::Fail(const char* message) {
@@ -164,16 +175,48 @@ void CXMLTextTokenizer::Enqueue(IXMLToken* token) {
   m_queue.Enqueue(ref);
 }
 
-void CXMLTextTokenizer::FlushText() {
-  if (m_text.IsEmpty()) return;
-  CUnicodeString text(m_text);
-  m_text.Empty();
-  Enqueue(new CXMLTextToken(text));
+// The pieces of a run collect in one buffer, kept from run to run and grown
+// by doubling (a run split by a million references stays linear); the token
+// gets an exact copy.
+void CXMLTextTokenizer::AppendText(const unsigned short* chars, unsigned int count) {
+  std::size_t needed = static_cast<std::size_t>(m_textLength) + count;
+  if (needed >= 0xFFFFFFFFu) VESK_THROW(kSource, CMemoryException);
+  if (needed > m_textCapacity) {
+    std::size_t capacity = needed < 2 * static_cast<std::size_t>(m_textCapacity) ? 2 * m_textCapacity : needed;
+    if (capacity < 256) capacity = 256;
+    if (capacity >= 0xFFFFFFFFu) capacity = needed;
+    void* grown = platform::Realloc(m_textBuffer, capacity * sizeof(unsigned short));
+    if (!grown) VESK_THROW(kSource, CMemoryException);
+    m_textBuffer = static_cast<unsigned short*>(grown);
+    m_textCapacity = static_cast<unsigned int>(capacity);
+  }
+  std::memcpy(m_textBuffer + m_textLength, chars, count * sizeof(unsigned short));
+  m_textLength = static_cast<unsigned int>(needed);
 }
 
-CUnicodeString CXMLTextTokenizer::UriText(unsigned int uriId) const {
-  return CUnicodeString(Units(m_scanner->getURIText(uriId)));
+void CXMLTextTokenizer::FlushText() {
+  if (m_textLength == 0) return;
+  unsigned int length = m_textLength;
+  m_textLength = 0;
+  Enqueue(new CXMLTextToken(CUnicodeString(m_textBuffer, length)));
 }
+
+// Names come back element after element: the last string made for each
+// (by a small hash of its units) is handed out again, sharing its buffer.
+CUnicodeString CXMLTextTokenizer::Name(const XMLCh* text) {
+  const unsigned short* units = Units(text);
+  unsigned int hash = 2166136261u;
+  unsigned int length = 0;
+  for (; units[length] && length < kMaxInternedName; ++length) hash = (hash ^ units[length]) * 16777619u;
+  if (units[length]) return CUnicodeString(units);
+  CUnicodeString& slot = m_names[hash % kNameSlots];
+  if (slot.GetLength() != length || std::memcmp(static_cast<const unsigned short*>(slot), units,
+                                                length * sizeof(unsigned short)) != 0)
+    slot = CUnicodeString(units, length);
+  return slot;
+}
+
+CUnicodeString CXMLTextTokenizer::UriText(unsigned int uriId) { return Name(m_scanner->getURIText(uriId)); }
 
 void CXMLTextTokenizer::docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool cdataSection) {
   // Character data outside the root element makes no token.
@@ -182,18 +225,8 @@ void CXMLTextTokenizer::docCharacters(const XMLCh* const chars, const XMLSize_t 
   if (cdataSection) {
     FlushText();
     Enqueue(new CXMLCDATAToken(CUnicodeString(Units(chars), count)));
-  } else if (m_text.IsEmpty()) {
-    m_text.Set(Units(chars), count);
-    m_textCapacity = count;
   } else {
-    // Grow by doubling: a run split by a million references stays linear.
-    unsigned int needed = m_text.GetLength() + count;
-    if (needed < count) VESK_THROW(kSource, CMemoryException);
-    if (needed > m_textCapacity) {
-      m_textCapacity = needed > 0x7FFFFFFFu || needed > 2 * m_textCapacity ? needed : 2 * m_textCapacity;
-      m_text.EnsureCapacity(m_textCapacity);
-    }
-    m_text += CUnicodeString(Units(chars), count);
+    AppendText(Units(chars), count);
   }
 }
 
@@ -219,33 +252,39 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
     VESK_THROW(kSource, CXMLException, kScanError, message);
   }
   FlushText();
-  CXMLAttributeList attributes;
+  CUnicodeString qualifiedName = Name(elemDecl.getFullName());
+  CUnicodeString localName, uri;
+  CXMLStartElementToken* start;
+  if (uriId != 0) {
+    localName = Name(elemDecl.getBaseName());
+    uri = UriText(uriId);
+    start = new CXMLStartElementToken(qualifiedName, localName, uri, CXMLAttributeList());
+  } else {
+    start = new CXMLStartElementToken(qualifiedName, CXMLAttributeList());
+  }
+  CRef<IXMLToken> token(start);
+  // The token is filled here, before anyone sees it: its attributes go
+  // straight into its own list instead of being copied from another.
+  CXMLAttributeList& attributes = const_cast<CXMLAttributeList&>(start->GetAttributes());
   for (XMLSize_t i = 0; i < attrCount; ++i) {
     const xercesc::XMLAttr* attribute = attrList.elementAt(i);
-    attributes.Add(Units(attribute->getQName()), Units(attribute->getName()),
-                   UriText(attribute->getURIId()), Units(attribute->getValue()));
+    attributes.Add(Units(attribute->getQName()), Units(attribute->getName()), UriText(attribute->getURIId()),
+                   Units(attribute->getValue()));
   }
-  CUnicodeString qualifiedName(Units(elemDecl.getFullName()));
-  if (uriId != 0) {
-    CUnicodeString localName(Units(elemDecl.getBaseName()));
-    CUnicodeString uri = UriText(uriId);
-    Enqueue(new CXMLStartElementToken(qualifiedName, localName, uri, attributes));
-    // An empty-element tag gets no end callback: its end token follows now.
-    if (isEmpty) Enqueue(new CXMLEndElementToken(qualifiedName, localName, uri));
-  } else {
-    Enqueue(new CXMLStartElementToken(qualifiedName, attributes));
-    if (isEmpty) Enqueue(new CXMLEndElementToken(qualifiedName));
-  }
+  m_queue.Enqueue(token);
+  // An empty-element tag gets no end callback: its end token follows now.
+  if (isEmpty)
+    Enqueue(uriId != 0 ? new CXMLEndElementToken(qualifiedName, localName, uri)
+                       : new CXMLEndElementToken(qualifiedName));
   if (!isEmpty) ++m_depth;
 }
 
 void CXMLTextTokenizer::endElement(const xercesc::XMLElementDecl& elemDecl, const unsigned int uriId,
                                    const bool, const XMLCh* const) {
   FlushText();
-  CUnicodeString qualifiedName(Units(elemDecl.getFullName()));
+  CUnicodeString qualifiedName = Name(elemDecl.getFullName());
   if (uriId != 0)
-    Enqueue(new CXMLEndElementToken(qualifiedName, CUnicodeString(Units(elemDecl.getBaseName())),
-                                    UriText(uriId)));
+    Enqueue(new CXMLEndElementToken(qualifiedName, Name(elemDecl.getBaseName()), UriText(uriId)));
   else
     Enqueue(new CXMLEndElementToken(qualifiedName));
   if (m_depth > 0) --m_depth;

@@ -21,6 +21,7 @@
 XERCES_CPP_NAMESPACE_BEGIN
 class GrammarResolver;
 class XMLScanner;
+class XMLValidator;
 XERCES_CPP_NAMESPACE_END
 
 namespace vesk {
@@ -89,20 +90,28 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   void Step();
   void Fail(const char* message);
   void Enqueue(IXMLToken* token);
+  void AppendText(const unsigned short* chars, unsigned int count);
   void FlushText();
-  vesk::base::CUnicodeString UriText(unsigned int uriId) const;
+  vesk::base::CUnicodeString Name(const XMLCh* text);
+  vesk::base::CUnicodeString UriText(unsigned int uriId);
   void Destroy();
 
   CInputStreamInputSource m_source;
   xercesc::GrammarResolver* m_grammarResolver;
+  xercesc::XMLValidator* m_validator;
   xercesc::XMLScanner* m_scanner;
   xercesc::XMLPScanToken m_scanToken;
   vesk::util::CQueue<vesk::base::CRef<IXMLToken> > m_queue;
   unsigned int m_depth;
   // Character data arrives in pieces (split at every entity reference);
   // the pieces of one run become one text token.
-  vesk::base::CUnicodeString m_text;
+  unsigned short* m_textBuffer;
+  unsigned int m_textLength;
   unsigned int m_textCapacity;
+  // Recent names (elements, namespace URIs), shared by the tokens.
+  static const unsigned int kNameSlots = 64;
+  static const unsigned int kMaxInternedName = 256;
+  vesk::base::CUnicodeString m_names[kNameSlots];
   bool m_ended;
   bool m_failed;
   vesk::base::CString m_failure;
