@@ -105,33 +105,27 @@ bool CXMLTextReader::ReadToken() {
 }
 
 void CXMLTextReader::ReadStartElement(const unsigned short* localName, const unsigned short* namespaceURI) {
-  internal::ReadElementToken(*this, kSource, XMLStartElement, internal::kLocalAndNamespace, localName,
-                             namespaceURI, "Failed to read the specified start element.");
+  internal::ReadStartElementToken(*this, kSource, internal::kLocalAndNamespace, localName, namespaceURI);
 }
 
 void CXMLTextReader::ReadStartElement(const unsigned short* name) {
-  internal::ReadElementToken(*this, kSource, XMLStartElement, internal::kQualifiedName, name, nullptr,
-                             "Failed to read the specified start element.");
+  internal::ReadStartElementToken(*this, kSource, internal::kQualifiedName, name, nullptr);
 }
 
 void CXMLTextReader::ReadStartElement() {
-  internal::ReadElementToken(*this, kSource, XMLStartElement, internal::kAnyElement, nullptr, nullptr,
-                             "Failed to read the specified start element.");
+  internal::ReadStartElementToken(*this, kSource, internal::kAnyElement, nullptr, nullptr);
 }
 
 void CXMLTextReader::ReadEndElement(const unsigned short* localName, const unsigned short* namespaceURI) {
-  internal::ReadElementToken(*this, kSource, XMLEndElement, internal::kLocalAndNamespace, localName,
-                             namespaceURI, "Failed to read the end element.");
+  internal::ReadEndElementToken(*this, kSource, internal::kLocalAndNamespace, localName, namespaceURI);
 }
 
 void CXMLTextReader::ReadEndElement(const unsigned short* name) {
-  internal::ReadElementToken(*this, kSource, XMLEndElement, internal::kQualifiedName, name, nullptr,
-                             "Failed to read the end element.");
+  internal::ReadEndElementToken(*this, kSource, internal::kQualifiedName, name, nullptr);
 }
 
 void CXMLTextReader::ReadEndElement() {
-  internal::ReadElementToken(*this, kSource, XMLEndElement, internal::kAnyElement, nullptr, nullptr,
-                             "Failed to read the end element.");
+  internal::ReadEndElementToken(*this, kSource, internal::kAnyElement, nullptr, nullptr);
 }
 
 bool CXMLTextReader::ReadElementTextIfAvailable() {

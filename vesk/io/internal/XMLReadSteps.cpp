@@ -39,6 +39,16 @@ void ReadElementToken(CXMLReader& reader, const char* source, XMLTokenType kind,
     VESK_THROW(source, CXMLException, mismatch);
 }
 
+void ReadStartElementToken(CXMLReader& reader, const char* source, ElementMatch match, const unsigned short* name,
+                           const unsigned short* ns) {
+  ReadElementToken(reader, source, XMLStartElement, match, name, ns, "Failed to read the specified start element.");
+}
+
+void ReadEndElementToken(CXMLReader& reader, const char* source, ElementMatch match, const unsigned short* name,
+                         const unsigned short* ns) {
+  ReadElementToken(reader, source, XMLEndElement, match, name, ns, "Failed to read the end element.");
+}
+
 bool IsCharacterData(const CRef<IXMLToken>& token) {
   if (token.IsNull()) return false;
   XMLTokenType type = token->GetType();

@@ -32,6 +32,13 @@ bool IsElementNameEqualsWith(const IXMLToken& token, ElementMatch match, const u
 void ReadElementToken(CXMLReader& reader, const char* source, XMLTokenType kind, ElementMatch match,
                       const unsigned short* name, const unsigned short* ns, const char* mismatch);
 
+/// ReadElementToken for a start element ("Failed to read the specified
+/// start element.") and an end element ("Failed to read the end element.").
+void ReadStartElementToken(CXMLReader& reader, const char* source, ElementMatch match, const unsigned short* name,
+                           const unsigned short* ns);
+void ReadEndElementToken(CXMLReader& reader, const char* source, ElementMatch match, const unsigned short* name,
+                         const unsigned short* ns);
+
 /// Whether the token is character data (text or CDATA).
 bool IsCharacterData(const vesk::base::CRef<IXMLToken>& token);
 
