@@ -43,6 +43,7 @@ TEST(XMLReaderTest, TypedReadsAtTheirBoundaries) {
        asULong = Typed(&CXMLReader::ReadUnsignedLong), asInt64 = Typed(&CXMLReader::ReadInt64),
        asUInt64 = Typed(&CXMLReader::ReadUInt64), asFloat = Typed(&CXMLReader::ReadFloat),
        asDouble = Typed(&CXMLReader::ReadDouble);
+  const std::string largest = std::to_string(1e308);
   struct Case {
     const char* text;
     Read* read;
@@ -64,7 +65,7 @@ TEST(XMLReaderTest, TypedReadsAtTheirBoundaries) {
       {"99999999999999999999", &asUInt64, "18446744073709551615"}, {"abc", &asUInt64, "Invalid UInt64 literal."},
       {" ", &asUInt64, "Invalid UInt64 literal."},
       {"2.5", &asFloat, "2.500000"}, {"-1e3", &asFloat, "-1000.000000"}, {"1e39", &asFloat, "Invalid float literal."},
-      {"2.5f", &asFloat, "Invalid float literal."}, {"1e308", &asDouble, std::to_string(1e308).c_str()},
+      {"2.5f", &asFloat, "Invalid float literal."}, {"1e308", &asDouble, largest.c_str()},
       {"1e309", &asDouble, "Invalid double literal."}, {" .5 ", &asDouble, "0.500000"},
       {"", &asDouble, "Invalid double literal."},
   };
