@@ -25,6 +25,8 @@ class VESK_API CXMLPushbackReader : public CXMLReader {
 
   /// Wraps reader (kept alive) with room for size given-back tokens.
   CXMLPushbackReader(const vesk::base::CRef<CXMLReader>& reader, unsigned int size);
+  /// Releases the given-back tokens and the wrapped reader (without
+  /// closing it).
   ~CXMLPushbackReader() override;
 
   const vesk::base::CRef<IXMLToken>& GetCurrentToken() const override;
@@ -36,8 +38,12 @@ class VESK_API CXMLPushbackReader : public CXMLReader {
   void ReadEndElement(const unsigned short* localName, const unsigned short* namespaceURI) override;
   void ReadEndElement(const unsigned short* name) override;
   void ReadEndElement() override;
+  ///@{
+  /// The element's text; an element without text reads as "" (the token
+  /// after it stays for the next read).
   void ReadElementText(vesk::base::CUnicodeString& text) override;
   vesk::base::CUnicodeString ReadElementText() override;
+  ///@}
   bool ReadElementTextIfAvailable() override;
   /// Closes the wrapped reader and drops the given-back tokens.
   void Close() override;
@@ -46,15 +52,23 @@ class VESK_API CXMLPushbackReader : public CXMLReader {
   void UnreadToken();
   /// Gives token back.
   void UnreadToken(const vesk::base::CRef<IXMLToken>& token);
-  /// Gives back a start element, end element or text token made here.
+  ///@{
+  /// Gives back a start element made here (no attributes).
   void UnreadStartElement(const unsigned short* localName);
   void UnreadStartElement(const unsigned short* localName, const unsigned short* namespaceURI);
+  ///@}
+  ///@{
+  /// Gives back an end element made here.
   void UnreadEndElement(const unsigned short* localName);
   void UnreadEndElement(const unsigned short* localName, const unsigned short* namespaceURI);
+  ///@}
+  /// Gives back a text token with this text (not empty).
   void UnreadElementText(const unsigned short* text);
 
+  ///@{
   /// Gives back a whole element with this text ("true"/"false", "%hd",
-  /// "%ld", "%g" formats for the typed ones); uses three slots.
+  /// "%ld", "%g" formats for the typed ones); uses three slots (two for an
+  /// empty string, which has no text token).
   void UnreadElementString(const unsigned short* localName, const unsigned short* text);
   void UnreadElementString(const unsigned short* localName, const unsigned short* namespaceURI,
                            const unsigned short* text);
@@ -68,6 +82,7 @@ class VESK_API CXMLPushbackReader : public CXMLReader {
   void UnreadElementFloat(const unsigned short* localName, const unsigned short* namespaceURI, float value);
   void UnreadElementDouble(const unsigned short* localName, double value);
   void UnreadElementDouble(const unsigned short* localName, const unsigned short* namespaceURI, double value);
+  ///@}
 
  private:
   void CheckOpen() const;

@@ -38,6 +38,7 @@ class IXMLSerializable;
 class VESK_API CXMLReader : public vesk::base::CObject {
   VESK_DECLARE_CLASS(CXMLReader);
 
+  /// Releases nothing of its own (a reader's state is its subclass's).
   ~CXMLReader() override;
 
   /// The current token; null before the first read and after the last.
@@ -49,6 +50,9 @@ class VESK_API CXMLReader : public vesk::base::CObject {
   /// is no current token.
   virtual vesk::base::CUnicodeString GetCurrentTokenValue() const;
 
+  ///@{
+  /// The current token's value, trimmed and converted (see the class
+  /// description for the accepted texts and the messages).
   virtual bool ReadBool() const;
   virtual short ReadShort() const;
   virtual int ReadLong() const;
@@ -57,6 +61,7 @@ class VESK_API CXMLReader : public vesk::base::CObject {
   virtual unsigned long long ReadUInt64() const;
   virtual float ReadFloat() const;
   virtual double ReadDouble() const;
+  ///@}
   /// The value as it stands, untrimmed.
   virtual vesk::base::CUnicodeString ReadString() const;
   /// Decodes the binhex value into a new block that belongs to the caller
@@ -79,14 +84,21 @@ class VESK_API CXMLReader : public vesk::base::CObject {
   /// Reads one token, which must be a start element.
   virtual void ReadStartElement() = 0;
 
-  /// Attributes of the current token, which must be a start element (else
-  /// CXMLException "Attributes available only in start element nodes.").
-  /// Lookups follow CXMLAttributeList (first match; "No such attribute.").
+  ///@{
+  /// Whether the current token, which must be a start element (else
+  /// CXMLException "Attributes available only in start element nodes."),
+  /// has the attribute; lookups follow CXMLAttributeList.
   virtual bool HasAttribute(const unsigned short* localName, const unsigned short* namespaceURI) const;
   virtual bool HasAttribute(const unsigned short* name) const;
+  ///@}
+  ///@{
+  /// The value of the current start element's attribute (the first match;
+  /// "No such attribute." when there is none).
   virtual vesk::base::CUnicodeString ReadAttribute(const unsigned short* localName,
                                                    const unsigned short* namespaceURI) const;
   virtual vesk::base::CUnicodeString ReadAttribute(const unsigned short* name) const;
+  ///@}
+  ///@{
   /// An attribute's value converted as the typed reads convert values.
   virtual bool ReadAttrBool(const unsigned short* localName, const unsigned short* namespaceURI) const;
   virtual bool ReadAttrBool(const unsigned short* name) const;
@@ -101,6 +113,7 @@ class VESK_API CXMLReader : public vesk::base::CObject {
   virtual float ReadAttrFloat(const unsigned short* name) const;
   virtual double ReadAttrDouble(const unsigned short* localName, const unsigned short* namespaceURI) const;
   virtual double ReadAttrDouble(const unsigned short* name) const;
+  ///@}
 
   /// Reads one token, which must be an end element with this local name and
   /// namespace URI.
@@ -109,20 +122,25 @@ class VESK_API CXMLReader : public vesk::base::CObject {
   virtual void ReadEndElement(const unsigned short* name) = 0;
   /// Reads one token, which must be an end element.
   virtual void ReadEndElement() = 0;
+  ///@{
   /// Reads the element's character data (a text or CDATA token) as the
-  /// current token and stores its text.
+  /// current token and stores or returns its text.
   virtual void ReadElementText(vesk::base::CUnicodeString& text) = 0;
   virtual vesk::base::CUnicodeString ReadElementText() = 0;
+  ///@}
   /// True, with the text current, when the next token is character data;
   /// false, with that token kept for the next read, otherwise.
   virtual bool ReadElementTextIfAvailable() = 0;
 
-  /// Reads one token, which must be a CDATA section, and stores its text
-  /// (else CXMLException "Failed to read the CDATA section."; at the end
-  /// "End of stream reached.").
+  ///@{
+  /// Reads one token, which must be a CDATA section, and stores or returns
+  /// its text (else CXMLException "Failed to read the CDATA section."; at
+  /// the end "End of stream reached.").
   virtual void ReadCDATA(vesk::base::CUnicodeString& text);
   virtual vesk::base::CUnicodeString ReadCDATA();
+  ///@}
 
+  ///@{
   /// One-call element reads: the start element, its text, the typed read of
   /// that text, the end element; the value is returned.
   virtual bool ReadElementBool(const unsigned short* localName, const unsigned short* namespaceURI);
@@ -143,17 +161,24 @@ class VESK_API CXMLReader : public vesk::base::CObject {
   virtual float ReadElementFloat(const unsigned short* localName);
   virtual double ReadElementDouble(const unsigned short* localName, const unsigned short* namespaceURI);
   virtual double ReadElementDouble(const unsigned short* localName);
+  ///@}
+  ///@{
   /// The element's text, or "" for an element without text; any failure is
   /// reported as CXMLException "Failed to read element with string content.".
   virtual vesk::base::CUnicodeString ReadElementString(const unsigned short* localName,
                                                        const unsigned short* namespaceURI);
   virtual vesk::base::CUnicodeString ReadElementString(const unsigned short* localName);
+  ///@}
+  ///@{
+  /// An element's binhex or Base64 text decoded into a new block that
+  /// belongs to the caller, as ReadBinHex and ReadBase64 decode.
   virtual void ReadElementBinHex(const unsigned short* localName, const unsigned short* namespaceURI,
                                  char*& data, unsigned int& length);
   virtual void ReadElementBinHex(const unsigned short* localName, char*& data, unsigned int& length);
   virtual void ReadElementBase64(const unsigned short* localName, const unsigned short* namespaceURI,
                                  char*& data, unsigned int& length);
   virtual void ReadElementBase64(const unsigned short* localName, char*& data, unsigned int& length);
+  ///@}
 
   /// Hands this reader to the object's ReadXML; adds no markup of its own.
   virtual void ReadObject(IXMLSerializable& object);
@@ -163,6 +188,7 @@ class VESK_API CXMLReader : public vesk::base::CObject {
   virtual void Close() = 0;
 
  protected:
+  /// For subclasses; the base holds no data.
   CXMLReader() {}
 
  private:

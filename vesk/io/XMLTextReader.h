@@ -62,10 +62,12 @@ class VESK_API CXMLTextReader : public CXMLReader {
   void ReadEndElement(const unsigned short* localName, const unsigned short* namespaceURI) override;
   void ReadEndElement(const unsigned short* name) override;
   void ReadEndElement() override;
+  ///@{
   /// The element's text; an element without text reads as "" (the token
   /// after it stays for the next read).
   void ReadElementText(vesk::base::CUnicodeString& text) override;
   vesk::base::CUnicodeString ReadElementText() override;
+  ///@}
   bool ReadElementTextIfAvailable() override;
   /// Releases the tokenizer (and a file the reader opened). Closing twice
   /// does nothing.
