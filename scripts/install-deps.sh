@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Installs the packages of scripts/packages.txt that are not installed yet.
-# Runs apt-get only when something is missing; uses sudo only when not root.
+# Installs the packages of a package list (scripts/packages.txt unless one is
+# named) that are not installed yet. Runs apt-get only when something is
+# missing; uses sudo only when not root.
 set -euo pipefail
 
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
-list="${here}/packages.txt"
+list="${1:-${here}/packages.txt}"
 
 missing=()
 while read -r line; do

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
-#include <dlfcn.h>
 
 #include <cstring>
 #include <string>
 
+#include "HostSupport.h"
 #include "vesk/base/ClassManager.h"
 #include "vesk/base/ClassNotFoundException.h"
 #include "vesk/base/Exception.h"
@@ -125,8 +125,8 @@ TEST(ClassTest, UnknownClassNameThrowsClassNotFound) {
 // when it is unloaded.
 TEST(ClassTest, ModuleLoadRegistersAndUnloadRemovesDescriptors) {
   EXPECT_EQ(nullptr, CClass::FindClass("plugin::CPluginThing"));
-  void* module = dlopen(VESK_TEST_PLUGIN_PATH, RTLD_NOW | RTLD_LOCAL);
-  ASSERT_NE(nullptr, module) << dlerror();
+  void* module = vesk_test::LoadModule(VESK_TEST_PLUGIN_PATH);
+  ASSERT_NE(nullptr, module);
   const CClass* cls = CClass::FindClass("plugin::CPluginThing");
   ASSERT_NE(nullptr, cls);
   EXPECT_TRUE(cls->IsInstanceOf(&CException::m_classCException));
@@ -134,6 +134,6 @@ TEST(ClassTest, ModuleLoadRegistersAndUnloadRemovesDescriptors) {
   ASSERT_NE(nullptr, made);
   EXPECT_EQ(cls, made->GetClass());
   delete made;
-  ASSERT_EQ(0, dlclose(module));
+  ASSERT_TRUE(vesk_test::UnloadModule(module));
   EXPECT_EQ(nullptr, CClass::FindClass("plugin::CPluginThing"));
 }

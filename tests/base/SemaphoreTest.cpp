@@ -1,12 +1,15 @@
 #include <chrono>
+#include <cstdlib>
 #include <string>
 #include <thread>
 
 #include <gtest/gtest.h>
+#if !defined(_WIN32)
 #include <semaphore.h>
 #include <sys/wait.h>
-#include <unistd.h>
+#endif
 
+#include "HostSupport.h"
 #include "TestSupport.h"
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
@@ -26,17 +29,26 @@ using std::chrono::milliseconds;
 
 const unsigned int kInfinite = 0xFFFFFFFFu;
 
-// A name no other run uses, and the name the host gives it: a leading '/',
-// with '/' and '%' escaped as %2F and %25 (hostStem spells the stem so). The
-// host object is unlinked when the test ends.
+// A name no other run uses, and the name the host gives it. On POSIX hosts
+// that is a leading '/', with '/' and '%' escaped as %2F and %25 (hostStem
+// spells the stem so), and the host object is unlinked when the test ends; a
+// Windows kernel object takes the name as it is and goes with its last handle.
 class ScopedName {
  public:
   explicit ScopedName(const char* stem, const char* hostStem = nullptr)
-      : m_name(std::string("vesk-test-") + stem + "-" + std::to_string(getpid())),
+      : m_name(std::string("vesk-test-") + stem + "-" + std::to_string(vesk_test::ProcessId())),
         m_hostName(std::string("/vesk-test-") + (hostStem ? hostStem : stem) + "-" +
-                   std::to_string(getpid())) {}
-  ~ScopedName() { sem_unlink(m_hostName.c_str()); }
+                   std::to_string(vesk_test::ProcessId())) {}
   const char* c_str() const { return m_name.c_str(); }
+#if defined(_WIN32)
+  bool Exists() const {
+    HANDLE semaphore = OpenSemaphoreA(SYNCHRONIZE, FALSE, m_name.c_str());
+    if (!semaphore) return false;
+    CloseHandle(semaphore);
+    return true;
+  }
+#else
+  ~ScopedName() { sem_unlink(m_hostName.c_str()); }
   // Whether the host has a semaphore of this name now.
   bool Exists() const {
     sem_t* semaphore = sem_open(m_hostName.c_str(), 0);
@@ -44,6 +56,7 @@ class ScopedName {
     sem_close(semaphore);
     return true;
   }
+#endif
 
  private:
   std::string m_name;
@@ -172,29 +185,58 @@ TEST(NamedSemaphoreTest, MaximumAndInvalidInitialCount) {
   EXPECT_THROW(CSemaphore(longName.c_str(), 0u), CMemoryException);
 }
 
+// The second process's side: opens the parent's semaphores (an initial
+// count has no effect on them), waits for one count and answers with two.
+bool ChildSide(const char* pingName, const char* pongName) {
+  try {
+    CSemaphore in(pingName, 7u);
+    CSemaphore out(pongName, 7u);
+    if (!in.TryAcquire(5000) || in.TryAcquire(0)) return false;
+    out.Release();
+    out.Release();
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+#if defined(_WIN32)
+const char kChildVariable[] = "VESK_TEST_SEMAPHORE_CHILD";
+
+// Run by SharedBetweenProcesses as a second process started with
+// CreateProcessW; the variable carries the parent's process id.
+TEST(NamedSemaphoreTest, SecondProcessOfSharedBetweenProcesses) {
+  const char* parent = std::getenv(kChildVariable);
+  if (!parent) GTEST_SKIP() << "runs only in the process SharedBetweenProcesses starts";
+  EXPECT_TRUE(ChildSide(("vesk-test-ping-" + std::string(parent)).c_str(),
+                        ("vesk-test-pong-" + std::string(parent)).c_str()));
+}
+#endif
+
 TEST(NamedSemaphoreTest, SharedBetweenProcesses) {
   ScopedName ping("ping");
   ScopedName pong("pong");
   CSemaphore toChild(ping.c_str(), 0u);
   CSemaphore toParent(pong.c_str(), 0u);
+#if defined(_WIN32)
+  int exitCode = -1;
+  std::thread child([&] {
+    exitCode = vesk_test::RunTestsInChildProcess(
+        "NamedSemaphoreTest.SecondProcessOfSharedBetweenProcesses", kChildVariable,
+        std::to_string(vesk_test::ProcessId()));
+  });
+  toChild.Release();
+  EXPECT_TRUE(toParent.TryAcquire(30000));
+  EXPECT_TRUE(toParent.TryAcquire(5000));
+  child.join();
+  EXPECT_EQ(exitCode, 0);
+  EXPECT_FALSE(toParent.TryAcquire(0));
+}
+#else
 
   pid_t child = fork();
   ASSERT_NE(child, -1);
-  if (child == 0) {
-    int status = 1;
-    try {
-      CSemaphore in(ping.c_str(), 7u);  // opens the parent's, count 0
-      CSemaphore out(pong.c_str(), 7u);
-      if (in.TryAcquire(5000) && !in.TryAcquire(0)) {
-        out.Release();
-        out.Release();
-        status = 0;
-      }
-    } catch (...) {
-      status = 2;
-    }
-    _exit(status);
-  }
+  if (child == 0) _exit(ChildSide(ping.c_str(), pong.c_str()) ? 0 : 1);
   toChild.Release();
   EXPECT_TRUE(toParent.TryAcquire(5000));
   EXPECT_TRUE(toParent.TryAcquire(5000));
@@ -204,5 +246,6 @@ TEST(NamedSemaphoreTest, SharedBetweenProcesses) {
   EXPECT_EQ(WEXITSTATUS(status), 0);
   EXPECT_FALSE(toParent.TryAcquire(0));
 }
+#endif
 
 }  // namespace

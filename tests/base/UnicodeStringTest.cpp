@@ -4,10 +4,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unicode/ustring.h>
-#include <unicode/utf16.h>
-#include <unicode/utf8.h>
 
+#include "HostSupport.h"
 #include "TestSupport.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
@@ -72,16 +70,7 @@ Units RandomValidText(std::mt19937& rng, std::size_t length) {
 }
 
 std::string IcuToUtf8(const Units& text) {
-  UErrorCode status = U_ZERO_ERROR;
-  int32_t needed = 0;
-  u_strToUTF8(nullptr, 0, &needed, reinterpret_cast<const UChar*>(text.data()),
-              static_cast<int32_t>(text.size()), &status);
-  std::string out(static_cast<std::size_t>(needed), '\0');
-  status = U_ZERO_ERROR;
-  u_strToUTF8(&out[0], needed, &needed, reinterpret_cast<const UChar*>(text.data()),
-              static_cast<int32_t>(text.size()), &status);
-  EXPECT_TRUE(U_SUCCESS(status));
-  return out;
+  return vesk_test::ReferenceUtf8(text.data(), text.size());
 }
 
 TEST(UnicodeString, ConvertsNarrowTextAsUtf8) {
@@ -410,8 +399,8 @@ TEST(UnicodeString, FromUtf8StopsAtTheFirstFault) {
 Units IcuDecodedPrefix(const std::string& bytes) {
   Units units;
   const uint8_t* s = reinterpret_cast<const uint8_t*>(bytes.data());
-  int32_t length = static_cast<int32_t>(bytes.size());
-  int32_t i = 0;
+  int length = static_cast<int>(bytes.size());
+  int i = 0;
   while (i < length) {
     if (s[i] == 0xED && i + 2 < length && s[i + 1] >= 0xA0 && s[i + 1] <= 0xBF &&
         (s[i + 2] & 0xC0) == 0x80) {
@@ -419,12 +408,11 @@ Units IcuDecodedPrefix(const std::string& bytes) {
       i += 3;
       continue;
     }
-    UChar32 c;
-    U8_NEXT(s, i, length, c);
+    int c = vesk_test::ReferenceUtf8Next(bytes.data(), i, length, &i);
     if (c <= 0) break;
     if (c >= 0x10000) {
-      units += static_cast<unsigned short>(U16_LEAD(c));
-      units += static_cast<unsigned short>(U16_TRAIL(c));
+      units += static_cast<unsigned short>(0xD800 + ((c - 0x10000) >> 10));
+      units += static_cast<unsigned short>(0xDC00 + ((c - 0x10000) & 0x3FF));
     } else {
       units += static_cast<unsigned short>(c);
     }

@@ -1,6 +1,8 @@
 # Run by CTest with -P. Installs BUILD_DIR into WORK_DIR/prefix, checks what
 # was installed, then builds and runs the consumer project against it via
-# find_package and via pkg-config. Writes only below WORK_DIR.
+# find_package and via pkg-config. Writes only below WORK_DIR. A cross build
+# passes its TOOLCHAIN_FILE and EMULATOR (Wine): the consumer is cross-built
+# the same way and run under the emulator, finding vesk.dll in prefix/bin.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -9,6 +11,14 @@ include(${CMAKE_CURRENT_LIST_DIR}/Run.cmake)
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}")
 set(prefix "${WORK_DIR}/prefix")
+set(cross_args)
+set(launch)
+set(exe_suffix)
+if(TOOLCHAIN_FILE)
+  set(cross_args "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE}" "-DCMAKE_FIND_ROOT_PATH=${prefix}")
+  set(launch ${CMAKE_COMMAND} -E env "WINEPATH=Z:${prefix}/bin" ${EMULATOR})
+  set(exe_suffix .exe)
+endif()
 
 run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${prefix}")
 
@@ -42,6 +52,7 @@ get_filename_component(libdir "${pc_dir}" DIRECTORY)
 # 1. CMake package: find_package(vesk CONFIG REQUIRED) + vesk::vesk.
 set(consumer_build "${WORK_DIR}/consumer-cmake")
 run(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${consumer_build}" -G "${GENERATOR}"
+    ${cross_args}
     "-DCMAKE_PREFIX_PATH=${prefix}"
     "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}"
     "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}"
@@ -56,7 +67,7 @@ if(NOT at EQUAL 0)
   message(FATAL_ERROR "find_package found vesk in ${found_dir}, not in ${prefix}")
 endif()
 run(${CMAKE_COMMAND} --build "${consumer_build}")
-run("${consumer_build}/consumer")
+run(${launch} "${consumer_build}/consumer${exe_suffix}")
 message(STATUS "find_package consumer: ${run_output}")
 
 # 2. pkg-config: the flags point into the prefix and build the same program.
@@ -94,6 +105,10 @@ separate_arguments(cxx_flags UNIX_COMMAND "${CXX_FLAGS}")
 separate_arguments(link_flags UNIX_COMMAND "${EXE_LINKER_FLAGS}")
 set(pc_consumer "${WORK_DIR}/consumer-pkgconfig")
 run("${CXX_COMPILER}" ${cxx_flags} -std=c++17 "${CONSUMER_DIR}/main.cpp" ${pkg_flags}
-    ${link_flags} -o "${pc_consumer}")
-run(${CMAKE_COMMAND} -E env "LD_LIBRARY_PATH=${libdir}" "${pc_consumer}")
+    ${link_flags} -o "${pc_consumer}${exe_suffix}")
+if(launch)
+  run(${launch} "${pc_consumer}${exe_suffix}")
+else()
+  run(${CMAKE_COMMAND} -E env "LD_LIBRARY_PATH=${libdir}" "${pc_consumer}")
+endif()
 message(STATUS "pkg-config consumer: ${run_output}")

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
+#include "HostSupport.h"
 #include "TestStreams.h"
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/io/Base64OutputStream.h"
@@ -137,8 +137,7 @@ TEST(Base64OutputStreamTest, MatchesPythonBase64) {
   if (std::system("python3 -c 'import base64' >/dev/null 2>&1") != 0) {
     GTEST_SKIP() << "python3 with its base64 module is not available";
   }
-  char dir[] = "/tmp/vesk-base64-XXXXXX";
-  ASSERT_NE(mkdtemp(dir), nullptr);
+  const std::string dir = vesk_test::MakeTempDir("vesk-base64").string();
   unsigned int seed = std::random_device{}();
   SCOPED_TRACE("seed " + std::to_string(seed));
   std::mt19937 random(seed);
@@ -202,7 +201,7 @@ TEST(Base64OutputStreamTest, MatchesPythonBase64) {
         << "case " << i << ": " << data.size() << " bytes, lines of " << cases[i].lineLength;
     std::remove(cases[i].path.c_str());
   }
-  rmdir(dir);
+  std::filesystem::remove_all(dir);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "HostSupport.h"
 #include "TestStreams.h"
 #include "vesk/io/JavaDataInputStream.h"
 #include "vesk/io/JavaDataOutputStream.h"
@@ -143,9 +144,7 @@ class JavaInterop : public ::testing::Test {
         std::system("java -version >/dev/null 2>&1") != 0) {
       return;
     }
-    char dir[] = "/tmp/vesk_java_XXXXXX";
-    if (!mkdtemp(dir)) return;
-    s_dir = dir;
+    s_dir = vesk_test::MakeTempDir("vesk_java").string();
     std::ofstream(s_dir + "/VeskInterop.java") << kJavaSource;
     int status;
     s_compileLog =
@@ -153,7 +152,7 @@ class JavaInterop : public ::testing::Test {
     s_ready = status == 0;
   }
   static void TearDownTestSuite() {
-    if (!s_dir.empty()) std::system(("rm -rf " + s_dir).c_str());
+    if (!s_dir.empty()) std::filesystem::remove_all(s_dir);
   }
   void SetUp() override {
     if (s_dir.empty()) GTEST_SKIP() << "no JDK (java, javac) installed; JDK interop not checked";

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unicode/ustring.h>
 
+#include "HostSupport.h"
 #include "TestStreams.h"
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/base/MemoryException.h"
@@ -35,14 +35,7 @@ typedef std::basic_string<unsigned short> U16String;
 using vesk_test::Contents;
 
 std::string IcuUtf8(const U16String& text) {
-  std::vector<char> out(text.size() * 3 + 1);
-  int32_t length = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  u_strToUTF8(out.data(), static_cast<int32_t>(out.size()), &length,
-              reinterpret_cast<const UChar*>(text.data()), static_cast<int32_t>(text.size()),
-              &status);
-  EXPECT_TRUE(U_SUCCESS(status));
-  return std::string(out.data(), length);
+  return vesk_test::ReferenceUtf8(text.data(), text.size());
 }
 
 TEST(OutputStreamWriterTest, MatchesIcuForRandomTextInRandomWrites) {

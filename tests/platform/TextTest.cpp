@@ -3,7 +3,8 @@
 #include <string>
 
 #include <gtest/gtest.h>
-#include <unicode/utf8.h>
+
+#include "HostSupport.h"
 
 #include "vesk/platform/Text.h"
 
@@ -62,9 +63,8 @@ TEST(Text, DecodeAgreesWithIcuOnRandomBytes) {
     for (int i = 0; i < n; ++i) {
       int mine;
       unsigned int k = platform::Utf8Decode(bytes.data() + i, n - i, &mine);
-      int32_t at = i;
-      UChar32 icu;
-      U8_NEXT(reinterpret_cast<const uint8_t*>(bytes.data()), at, n, icu);
+      int at = i;
+      int icu = vesk_test::ReferenceUtf8Next(bytes.data(), i, n, &at);
       if (icu < 0) {
         EXPECT_EQ(-1, mine);
         EXPECT_EQ(1u, k);

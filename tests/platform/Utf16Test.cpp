@@ -3,8 +3,11 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unicode/ustring.h>
-#include <unicode/utf8.h>
+
+#include "HostSupport.h"
+#if !defined(_WIN32)
+#include <unicode/uchar.h>
+#endif
 
 #include "vesk/platform/Text.h"
 #include "vesk/platform/Utf16.h"
@@ -61,6 +64,48 @@ U16 RandomUtf16(std::mt19937& rng, int length) {
   return text;
 }
 
+// Simple mappings and foldings that ICU (POSIX) and the system's tables
+// (Windows) must both give: one code point each, beyond Latin-1 too.
+TEST(Utf16, CaseMappingsBeyondAscii) {
+  struct Case {
+    unsigned short from;
+    unsigned short upper;
+    unsigned short lower;
+  } cases[] = {{0x3C2, 0x3A3, 0x3C2}, {0x1C5, 0x1C4, 0x1C6}, {0x17F, 'S', 0x17F},
+               {0x1E9E, 0x1E9E, 0xDF}, {0x130, 0x130, 'i'},  {0x3D0, 0x392, 0x3D0},
+               {0xFF41, 0xFF21, 0xFF41}, {0x410, 0x410, 0x430}};
+  for (const Case& c : cases) {
+    U16 upper(1, c.from), lower(1, c.from);
+    platform::Utf16MapCase(&upper[0], 1, true);
+    platform::Utf16MapCase(&lower[0], 1, false);
+    EXPECT_EQ(c.upper, upper[0]) << std::hex << c.from;
+    EXPECT_EQ(c.lower, lower[0]) << std::hex << c.from;
+  }
+  // Folding joins final and medial sigma, the digraph's three forms and the
+  // long s with s, but neither the dotted capital I nor the dotless i with i.
+  const U16 same[][2] = {{Units({0x3C2}), Units({0x3A3})}, {Units({0x1C5}), Units({0x1C6})},
+                         {Units({0x17F}), Units({'s'})},  {Units({0x1E9E}), Units({0xDF})}};
+  for (const auto& pair : same) {
+    EXPECT_EQ(0, platform::Utf16CompareTexts(pair[0].c_str(), -1, pair[1].c_str(), -1, 0))
+        << std::hex << pair[0][0];
+  }
+  for (unsigned short dotted : {0x130, 0x131}) {
+    EXPECT_NE(0, platform::Utf16CompareTexts(Units({dotted}).c_str(), -1, Units({'i'}).c_str(),
+                                             -1, 0));
+  }
+}
+
+#if !defined(_WIN32)
+// The fixed white-space table is ICU's u_isspace for every unit.
+TEST(Utf16, SpaceTableMatchesIcu) {
+  for (unsigned int c = 0; c <= 0xFFFF; ++c) {
+    ASSERT_EQ(u_isspace(static_cast<UChar32>(c)) != 0,
+              platform::Utf16IsSpace(static_cast<unsigned short>(c)))
+        << std::hex << c;
+  }
+}
+#endif
+
 TEST(Utf16, ToUtf8KnownForms) {
   EXPECT_EQ("A", ToUtf8(Units({'A'})));
   EXPECT_EQ("\xc3\xa9\xe2\x82\xac", ToUtf8(Units({0xE9, 0x20AC})));
@@ -102,14 +147,7 @@ TEST(Utf16, RandomRoundTripsAgainstIcu) {
   for (int round = 0; round < 3000; ++round) {
     U16 text = RandomUtf16(rng, static_cast<int>(rng() % 20));
     std::string mine = ToUtf8(text);
-    std::vector<char> icu(text.size() * 3 + 1);
-    int32_t icuLength = 0;
-    UErrorCode status = U_ZERO_ERROR;
-    u_strToUTF8WithSub(icu.data(), static_cast<int32_t>(icu.size()), &icuLength,
-                       reinterpret_cast<const UChar*>(text.data()),
-                       static_cast<int32_t>(text.size()), '?', nullptr, &status);
-    ASSERT_TRUE(U_SUCCESS(status));
-    ASSERT_EQ(std::string(icu.data(), icuLength), mine);
+    ASSERT_EQ(vesk_test::ReferenceUtf8(text.data(), text.size()), mine);
     U16 back = ToUtf16(mine);
     // Every unpaired surrogate came back as '?', everything else unchanged.
     U16 expected;
@@ -142,11 +180,10 @@ TEST(Utf16, RandomMalformedUtf8AgainstIcu) {
       bytes += static_cast<char>(b);
     }
     U16 expected;
-    int32_t i = 0;
+    int i = 0;
     while (i < n) {
-      int32_t start = i;
-      UChar32 c;
-      U8_NEXT(reinterpret_cast<const uint8_t*>(bytes.data()), i, n, c);
+      int start = i;
+      int c = vesk_test::ReferenceUtf8Next(bytes.data(), i, n, &i);
       if (c < 0) {
         expected += static_cast<unsigned short>('?');
         i = start + 1;

@@ -114,10 +114,10 @@ void CString::AssignWide(const unsigned short* text, unsigned int count) {
     return;
   }
   // Sized by the converted length, so that no character is cut.
-  std::size_t bytes = platform::Utf16ToUtf8(text, static_cast<int>(units), nullptr, 0);
+  std::size_t bytes = platform::Utf16ToNarrow(text, static_cast<int>(units), nullptr, 0);
   if (bytes >= 0xFFFFFFFFu - sizeof(CStringData)) VESK_THROW(kSource, CMemoryException);
   AllocBuffer(static_cast<unsigned int>(bytes + 1));
-  platform::Utf16ToUtf8(text, static_cast<int>(units), m_pchData, bytes);
+  platform::Utf16ToNarrow(text, static_cast<int>(units), m_pchData, bytes);
   m_pchData[bytes] = '\0';
   GetData()->length = static_cast<unsigned int>(bytes);
 }

@@ -57,11 +57,11 @@ void CStringBuffer::Append(const char* text, unsigned int count) {
 
 void CStringBuffer::AppendWide(const unsigned short* text) {
   if (!text || !*text) return;
-  std::size_t bytes = platform::Utf16ToUtf8(text, -1, nullptr, 0);
+  std::size_t bytes = platform::Utf16ToNarrow(text, -1, nullptr, 0);
   unsigned int length = GetSize();
   if (bytes + 1 > 0xFFFFFFFFu - length) VESK_THROW(kSource, CMemoryException);
   EnsureCapacity(static_cast<unsigned int>(length + bytes + 1));
-  platform::Utf16ToUtf8(text, -1, m_pBuffer + length, bytes);
+  platform::Utf16ToNarrow(text, -1, m_pBuffer + length, bytes);
   m_pBuffer[length + bytes] = '\0';
 }
 

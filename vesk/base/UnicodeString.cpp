@@ -48,7 +48,7 @@ class CNarrowArgument {
 // whole character).
 unsigned short NarrowUnit(char c) {
   unsigned short unit = '?';
-  platform::Utf8ToUtf16(&c, 1, &unit, 1);
+  platform::NarrowToUtf16(&c, 1, &unit, 1);
   return unit;
 }
 
@@ -385,10 +385,10 @@ void CUnicodeString::AssignNarrow(const char* text, unsigned int count) {
     return;
   }
   if (bytes > static_cast<std::size_t>(INT_MAX)) VESK_THROW(kSource, CMemoryException);
-  std::size_t units = platform::Utf8ToUtf16(text, static_cast<int>(bytes), nullptr, 0);
+  std::size_t units = platform::NarrowToUtf16(text, static_cast<int>(bytes), nullptr, 0);
   if (units >= kMaximumUnits) VESK_THROW(kSource, CMemoryException);
   AllocBuffer(static_cast<unsigned int>(units + 1));
-  platform::Utf8ToUtf16(text, static_cast<int>(bytes), m_pszData, units);
+  platform::NarrowToUtf16(text, static_cast<int>(bytes), m_pszData, units);
   m_pszData[units] = 0;
   GetData()->length = static_cast<unsigned int>(units);
 }
@@ -406,13 +406,13 @@ CUnicodeString& CUnicodeString::operator+=(const char* text) {
   if (!text || !*text) return *this;
   std::size_t bytes = std::strlen(text);
   if (bytes > static_cast<std::size_t>(INT_MAX)) VESK_THROW(kSource, CMemoryException);
-  std::size_t units = platform::Utf8ToUtf16(text, static_cast<int>(bytes), nullptr, 0);
+  std::size_t units = platform::NarrowToUtf16(text, static_cast<int>(bytes), nullptr, 0);
   unsigned int length = GetLength();
   if (length + static_cast<unsigned long long>(units) + 1 > kMaximumUnits) {
     VESK_THROW(kSource, CMemoryException);
   }
   EnsureBufferCapacity(static_cast<unsigned int>(length + units + 1));
-  platform::Utf8ToUtf16(text, static_cast<int>(bytes), m_pszData + length, units);
+  platform::NarrowToUtf16(text, static_cast<int>(bytes), m_pszData + length, units);
   m_pszData[length + units] = 0;
   GetData()->length = static_cast<unsigned int>(length + units);
   return *this;

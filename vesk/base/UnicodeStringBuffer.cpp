@@ -62,11 +62,11 @@ void CUnicodeStringBuffer::Append(const unsigned short* text, unsigned int count
 
 void CUnicodeStringBuffer::AppendNarrow(const char* text, int bytes) {
   if (!text || bytes == 0 || !*text) return;
-  std::size_t units = platform::Utf8ToUtf16(text, bytes, nullptr, 0);
+  std::size_t units = platform::NarrowToUtf16(text, bytes, nullptr, 0);
   unsigned int length = GetSize();
   if (units + 1 > 0xFFFFFFFFu - length) VESK_THROW(kSource, CMemoryException);
   EnsureCapacity(static_cast<unsigned int>(length + units + 1));
-  platform::Utf8ToUtf16(text, bytes, m_pBuffer + length, units);
+  platform::NarrowToUtf16(text, bytes, m_pBuffer + length, units);
   m_pBuffer[length + units] = 0;
 }
 

@@ -74,17 +74,17 @@ void PutPadded(Sink& sink, const Directive& d, std::size_t n, Put put) {
   if (d.left) sink.Pad(pad);
 }
 
-// Appends n bytes of narrow (UTF-8) text, already free of a NUL.
+// Appends n bytes of narrow text (the host code page), already free of a NUL.
 bool PutNarrowRaw(Sink& sink, const char* text, std::size_t n) {
   std::size_t i = 0;
   while (i < n && static_cast<unsigned char>(text[i]) < 0x80) sink.Put(text[i++]);
   if (i == n) return true;
   text += i;
   n -= i;
-  std::size_t units = Utf8ToUtf16(text, static_cast<int>(n), nullptr, 0);
+  std::size_t units = NarrowToUtf16(text, static_cast<int>(n), nullptr, 0);
   std::size_t room = sink.Room();
   if (room >= units || room == 0) {
-    if (room > 0) Utf8ToUtf16(text, static_cast<int>(n), sink.buffer + sink.count, units);
+    if (room > 0) NarrowToUtf16(text, static_cast<int>(n), sink.buffer + sink.count, units);
     sink.count += units;
     return true;
   }
@@ -92,7 +92,7 @@ bool PutNarrowRaw(Sink& sink, const char* text, std::size_t n) {
   unsigned short* scratch =
       static_cast<unsigned short*>(Alloc((units + 1) * sizeof(unsigned short)));
   if (!scratch) return false;
-  Utf8ToUtf16(text, static_cast<int>(n), scratch, units);
+  NarrowToUtf16(text, static_cast<int>(n), scratch, units);
   sink.Put(scratch, units);
   Free(scratch);
   return true;
@@ -243,7 +243,7 @@ bool PutNarrowString(Sink& sink, const Directive& d, const char* text) {
   } else {
     n = std::strlen(text);
   }
-  std::size_t units = Utf8ToUtf16(text, static_cast<int>(n), nullptr, 0);
+  std::size_t units = NarrowToUtf16(text, static_cast<int>(n), nullptr, 0);
   bool ok = true;
   PutPadded(sink, d, units, [&] { ok = PutNarrowRaw(sink, text, n); });
   return ok;

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include <unicode/uchar.h>
+#include "vesk/platform/CaseMapping.h"
 
 namespace vesk {
 namespace platform {
@@ -20,7 +20,7 @@ inline bool IsContinuation(unsigned char b) { return (b & 0xC0) == 0x80; }
 // such bytes keep their relative order and never equal a character.
 inline int FoldKey(int codePoint, unsigned char byte) {
   if (codePoint < 0) return 0x110000 + byte;
-  return static_cast<int>(u_foldCase(codePoint, U_FOLD_CASE_DEFAULT));
+  return CaseFold(codePoint);
 }
 
 // Whether the character of length bytes at p is one of the characters of set.
@@ -267,7 +267,7 @@ void TextMapCase(char* text, std::size_t length, bool upper) {
     int cp;
     unsigned int k = Utf8Decode(text + i, length - i, &cp);
     if (cp >= 0) {
-      int mapped = upper ? static_cast<int>(u_toupper(cp)) : static_cast<int>(u_tolower(cp));
+      int mapped = upper ? CaseUpper(cp) : CaseLower(cp);
       if (mapped != cp) {
         char encoded[4];
         // A mapping that changes the byte length would move the rest of the

@@ -2,8 +2,7 @@
 
 #include <cstring>
 
-#include <unicode/uchar.h>
-
+#include "vesk/platform/CaseMapping.h"
 #include "vesk/platform/Text.h"
 
 namespace vesk {
@@ -48,7 +47,7 @@ class CFoldedUnits {
       *unit = static_cast<unsigned int>(cp);  // unpaired surrogate: no case
       return true;
     }
-    int folded = static_cast<int>(u_foldCase(cp, U_FOLD_CASE_DEFAULT));
+    int folded = CaseFold(cp);
     if (folded >= 0x10000) {
       folded -= 0x10000;
       *unit = 0xD800 + (static_cast<unsigned int>(folded) >> 10);
@@ -167,7 +166,10 @@ const unsigned short* Utf16FindSubstring(const unsigned short* text, const unsig
 
 bool Utf16IsSpace(unsigned short c) {
   if (c < 0x80) return (c >= 0x09 && c <= 0x0D) || (c >= 0x1C && c <= 0x20);
-  return u_isspace(c) != 0;
+  // The space separators (Zs) beyond ASCII, then the line (Zl) and paragraph
+  // (Zp) separators: a closed set, the same on every host.
+  return c == 0x00A0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F ||
+         c == 0x205F || c == 0x3000 || c == 0x2028 || c == 0x2029;
 }
 
 void Utf16MapCase(unsigned short* text, std::size_t length, bool upper) {
@@ -176,7 +178,7 @@ void Utf16MapCase(unsigned short* text, std::size_t length, bool upper) {
     int cp;
     unsigned int k = NextCodePoint(text, i, length, &cp);
     if (!(cp >= 0xD800 && cp <= 0xDFFF)) {
-      int mapped = upper ? static_cast<int>(u_toupper(cp)) : static_cast<int>(u_tolower(cp));
+      int mapped = upper ? CaseUpper(cp) : CaseLower(cp);
       unsigned int units = mapped >= 0x10000 ? 2 : 1;
       // Only mappings of the same size are applied: the text keeps its length.
       if (mapped != cp && units == k) {

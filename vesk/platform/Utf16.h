@@ -1,7 +1,7 @@
 /// \file
 /// 16-bit text primitives of the platform layer: UTF-16 code units held in
 /// unsigned short, zero-terminated unless a length is given, and the
-/// conversions between UTF-16 and UTF-8 (the narrow text of the library).
+/// conversions between UTF-16 and UTF-8 or the host's narrow text.
 #ifndef VESK_PLATFORM_UTF16_H
 #define VESK_PLATFORM_UTF16_H
 
@@ -63,6 +63,16 @@ VESK_API std::size_t Utf16ToUtf8(const unsigned short* src, int srcUnits, char* 
 /// written.
 VESK_API std::size_t Utf8ToUtf16(const char* src, int srcBytes, unsigned short* target,
                                  std::size_t targetSize);
+
+/// Converts srcUnits units of src (-1: up to the zero unit) to the host's
+/// narrow text (UTF-8 on POSIX, the ANSI code page on Windows), with the
+/// contract of Utf16ToUtf8: what the code page cannot hold becomes '?'.
+VESK_API std::size_t Utf16ToNarrow(const unsigned short* src, int srcUnits, char* target,
+                                   std::size_t targetSize);
+/// Converts srcBytes bytes of the host's narrow text (-1: up to the NUL) to
+/// UTF-16, with the contract of Utf8ToUtf16.
+VESK_API std::size_t NarrowToUtf16(const char* src, int srcBytes, unsigned short* target,
+                                   std::size_t targetSize);
 
 }  // namespace platform
 }  // namespace vesk

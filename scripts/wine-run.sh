@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Runs a cross-built Windows program under Wine: the emulator of the `windows`
+# preset (CMAKE_CROSSCOMPILING_EMULATOR), used by CTest and by test discovery.
+# The program finds vesk.dll beside itself and the DLLs of the MinGW runtime
+# and of the cross-built dependencies through WINEPATH. Wine keeps its own
+# prefix under ~/.cache/vesk, made on the first run.
+set -euo pipefail
+
+deps="${VESK_WINDOWS_DEPS:-${HOME}/.cache/vesk/windows-deps/current}"
+gcc_dir="$(dirname "$(x86_64-w64-mingw32-g++-posix -print-libgcc-file-name)")"
+# Unix folders are named through drive Z:, Wine's view of the root.
+path="Z:${gcc_dir};Z:/usr/x86_64-w64-mingw32/lib;Z:$(readlink -f "${deps}")/bin"
+export WINEPATH="${path}${WINEPATH:+;${WINEPATH}}"
+export WINEPREFIX="${WINEPREFIX:-${HOME}/.cache/vesk/wine}"
+export WINEDEBUG="${WINEDEBUG:--all}"
+# No Mono or Gecko installer prompts when the prefix is made.
+export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
+mkdir -p "$(dirname "${WINEPREFIX}")"
+unset DISPLAY
+
+wine=/usr/lib/wine/wine64
+command -v wine64 >/dev/null && wine="$(command -v wine64)"
+exec "${wine}" "$@"
