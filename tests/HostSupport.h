@@ -1,174 +1,54 @@
 /// \file
 /// What the tests need from the host they run on, in one place: scratch
 /// folders, process ids, the null device, loading a module, starting a second
-/// process, and a reference UTF converter (ICU on POSIX hosts, the system's
-/// own converter on Windows, where the library does not use ICU).
+/// process, files held by another opener, the system's error text, and a
+/// reference UTF converter (ICU on POSIX hosts, the system's own converter on
+/// Windows, where the library does not use ICU). Host headers stay in
+/// HostSupport.cpp, so that <windows.h> and its macros (GetMessage, ...)
+/// never meet the library's headers in a test.
 #ifndef VESK_TESTS_HOSTSUPPORT_H
 #define VESK_TESTS_HOSTSUPPORT_H
 
-#include <cstdint>
+#include <cstddef>
 #include <filesystem>
-#include <random>
 #include <string>
-
-#if defined(_WIN32)
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
-#include <windows.h>
-#else
-#include <dlfcn.h>
-#include <unicode/ustring.h>
-#include <unicode/utf8.h>
-#include <unistd.h>
-#endif
 
 namespace vesk_test {
 
 /// The process id, for names no other run uses.
-inline unsigned long ProcessId() {
-#if defined(_WIN32)
-  return GetCurrentProcessId();
-#else
-  return static_cast<unsigned long>(getpid());
-#endif
-}
-
-/// A new, empty folder in the temporary folder, named stem-<random>.
-inline std::filesystem::path MakeTempDir(const char* stem) {
-  std::random_device seed;
-  for (;;) {
-    std::filesystem::path dir = std::filesystem::temp_directory_path() /
-                                (std::string(stem) + "-" + std::to_string(ProcessId()) + "-" +
-                                 std::to_string(seed() % 1000000));
-    if (std::filesystem::create_directory(dir)) return dir;
-  }
-}
-
+unsigned long ProcessId();
+/// A new, empty folder in the temporary folder, named stem-<pid>-<random>.
+std::filesystem::path MakeTempDir(const char* stem);
 /// The path of the device that swallows everything written to it.
-inline const char* NullDevice() {
-#if defined(_WIN32)
-  return "NUL";
-#else
-  return "/dev/null";
-#endif
-}
+const char* NullDevice();
 
-/// A loaded module (a shared object or DLL), unloaded by Unload.
-inline void* LoadModule(const char* path) {
-#if defined(_WIN32)
-  return reinterpret_cast<void*>(LoadLibraryA(path));
-#else
-  return dlopen(path, RTLD_NOW | RTLD_LOCAL);
-#endif
-}
-
+/// A loaded module (a shared object or DLL), null when it cannot be loaded.
+void* LoadModule(const char* path);
 /// Unloads a module from LoadModule; true on success.
-inline bool UnloadModule(void* module) {
-#if defined(_WIN32)
-  return FreeLibrary(reinterpret_cast<HMODULE>(module)) != FALSE;
-#else
-  return dlclose(module) == 0;
-#endif
-}
+bool UnloadModule(void* module);
 
-#if defined(_WIN32)
+/// Opens path with no sharing at all, so that other opens are refused until
+/// ReleaseFile; null when it cannot. (Windows only.)
+void* HoldFile(const char* path);
+void ReleaseFile(void* held);
+/// Whether a named semaphore of that name exists now. (Windows only.)
+bool NamedSemaphoreExists(const char* name);
 /// Runs the tests of this program that match filter in a second process
 /// (CreateProcessW), with the environment variable name set to value there.
-/// Returns the process's exit code (0: its tests passed), -1 when it could
-/// not be started or did not end within a minute.
-inline int RunTestsInChildProcess(const char* filter, const char* name, const std::string& value) {
-  wchar_t self[MAX_PATH];
-  if (GetModuleFileNameW(nullptr, self, MAX_PATH) == 0) return -1;
-  std::wstring command = L"\"" + std::wstring(self) + L"\" --gtest_filter=";
-  for (const char* p = filter; *p; ++p) command += static_cast<wchar_t>(*p);
-  SetEnvironmentVariableA(name, value.c_str());
-  STARTUPINFOW startup = {};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION process = {};
-  BOOL started = CreateProcessW(self, &command[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                &startup, &process);
-  SetEnvironmentVariableA(name, nullptr);
-  if (!started) return -1;
-  DWORD code = static_cast<DWORD>(-1);
-  if (WaitForSingleObject(process.hProcess, 60000) != WAIT_OBJECT_0 ||
-      !GetExitCodeProcess(process.hProcess, &code)) {
-    TerminateProcess(process.hProcess, 1);
-    code = static_cast<DWORD>(-1);
-  }
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  return static_cast<int>(code);
-}
-#endif
+/// Returns its exit code (0: its tests passed), -1 when it could not be
+/// started or did not end within a minute. (Windows only.)
+int RunTestsInChildProcess(const char* filter, const char* name, const std::string& value);
+
+/// The system's message text for an error code (FormatMessageA on Windows).
+std::string SystemMessage(unsigned long code);
+/// An error code the system knows: "file not found".
+unsigned long FileNotFoundCode();
 
 /// The UTF-8 form of n UTF-16 units; an unpaired surrogate becomes sub.
-inline std::string ReferenceUtf8(const unsigned short* text, std::size_t n, char sub = '?') {
-#if defined(_WIN32)
-  // The system converter turns unpaired surrogates into U+FFFD: convert the
-  // well-formed runs and put sub between them.
-  std::string out;
-  std::size_t start = 0;
-  auto flush = [&](std::size_t end) {
-    if (end == start) return;
-    const wchar_t* run = reinterpret_cast<const wchar_t*>(text + start);
-    int count = static_cast<int>(end - start);
-    int bytes = WideCharToMultiByte(CP_UTF8, 0, run, count, nullptr, 0, nullptr, nullptr);
-    std::string part(static_cast<std::size_t>(bytes), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, run, count, &part[0], bytes, nullptr, nullptr);
-    out += part;
-  };
-  for (std::size_t i = 0; i < n; ++i) {
-    bool high = text[i] >= 0xD800 && text[i] <= 0xDBFF;
-    bool low = text[i] >= 0xDC00 && text[i] <= 0xDFFF;
-    if (high && i + 1 < n && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
-      ++i;
-    } else if (high || low) {
-      flush(i);
-      out += sub;
-      start = i + 1;
-    }
-  }
-  flush(n);
-  return out;
-#else
-  std::string out(n * 3 + 1, '\0');
-  int32_t length = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  u_strToUTF8WithSub(&out[0], static_cast<int32_t>(out.size()), &length,
-                     reinterpret_cast<const UChar*>(text), static_cast<int32_t>(n),
-                     static_cast<unsigned char>(sub), nullptr, &status);
-  out.resize(U_SUCCESS(status) ? static_cast<std::size_t>(length) : 0);
-  return out;
-#endif
-}
-
+std::string ReferenceUtf8(const unsigned short* text, std::size_t n, char sub = '?');
 /// Decodes the well-formed UTF-8 character at bytes[i] (n bytes in all):
 /// its code point, with *next just past it, or -1 when it is malformed.
-inline int ReferenceUtf8Next(const char* bytes, int i, int n, int* next) {
-#if defined(_WIN32)
-  unsigned char lead = static_cast<unsigned char>(bytes[i]);
-  int length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
-  *next = i + 1;
-  if (length == 0 || n - i < length) return -1;
-  wchar_t units[2];
-  int count = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes + i, length, units, 2);
-  if (count == 1) {
-    *next = i + length;
-    return units[0];
-  }
-  if (count == 2) {
-    *next = i + length;
-    return 0x10000 + ((units[0] - 0xD800) << 10) + (units[1] - 0xDC00);
-  }
-  return -1;
-#else
-  int32_t at = i;
-  UChar32 c;
-  U8_NEXT(reinterpret_cast<const uint8_t*>(bytes), at, n, c);
-  *next = at;
-  return c < 0 ? -1 : c;
-#endif
-}
+int ReferenceUtf8Next(const char* bytes, int i, int n, int* next);
 
 }  // namespace vesk_test
 

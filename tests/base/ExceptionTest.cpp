@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "HostSupport.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
 #include "vesk/base/ClassCastException.h"
 #include "vesk/base/ClassNotFoundException.h"
@@ -188,9 +189,17 @@ TEST(ExceptionTest, SystemErrorCarriesTheHostText) {
   EXPECT_EQ(0ul, zero.GetErrorCode());
   EXPECT_EQ(nullptr, zero.GetMessage());
 
-  vesk::base::win::CWinSystemErrorException e("f", 1, "Failed.", ENOENT);
-  EXPECT_EQ(static_cast<unsigned long>(ENOENT), e.GetErrorCode());
+  // errno and strerror on POSIX, GetLastError and FormatMessageA on Windows;
+  // the text ends with the host's line end either way.
+  const unsigned long code = vesk_test::FileNotFoundCode();
+  vesk::base::win::CWinSystemErrorException e("f", 1, "Failed.", code);
+  EXPECT_EQ(code, e.GetErrorCode());
   ASSERT_NE(nullptr, e.GetMessage());
-  std::string expected = std::string(std::strerror(ENOENT)) + "\n";
+#if defined(_WIN32)
+  std::string expected = vesk_test::SystemMessage(code);
+  EXPECT_EQ("\r\n", expected.substr(expected.size() - 2));
+#else
+  std::string expected = vesk_test::SystemMessage(code) + "\n";
+#endif
   EXPECT_EQ(expected, e.GetMessage());
 }

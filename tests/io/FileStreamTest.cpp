@@ -178,9 +178,8 @@ TEST_F(FileStreamTest, OpeningFailures) {
 #if defined(_WIN32)
   // A file another handle holds without sharing it.
   Put("held", "x");
-  HANDLE held =
-      CreateFileA(Path("held").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  ASSERT_NE(held, INVALID_HANDLE_VALUE);
+  void* held = vesk_test::HoldFile(Path("held").c_str());
+  ASSERT_NE(held, nullptr);
   const IO::Location refused(Path("held").c_str());
 #else
   // Files the host refuses even to its administrator.
@@ -193,7 +192,7 @@ TEST_F(FileStreamTest, OpeningFailures) {
                             "Access denied.", "vesk/io/NativeFileOutputStreamIW");
 #if defined(_WIN32)
   ExpectThrow<CIOException>([&] { rows[0].open(refused); }, "Access denied.");
-  CloseHandle(held);
+  vesk_test::ReleaseFile(held);
 #else
   if (geteuid() != 0) {
     Put("locked", "x");

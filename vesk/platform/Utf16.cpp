@@ -166,9 +166,10 @@ const unsigned short* Utf16FindSubstring(const unsigned short* text, const unsig
 
 bool Utf16IsSpace(unsigned short c) {
   if (c < 0x80) return (c >= 0x09 && c <= 0x0D) || (c >= 0x1C && c <= 0x20);
-  // The space separators (Zs) beyond ASCII, then the line (Zl) and paragraph
-  // (Zp) separators: a closed set, the same on every host.
-  return c == 0x00A0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F ||
+  // The next-line control, the space separators (Zs) beyond ASCII, then the
+  // line (Zl) and paragraph (Zp) separators: a closed set, the same on every
+  // host.
+  return c == 0x0085 || c == 0x00A0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x202F ||
          c == 0x205F || c == 0x3000 || c == 0x2028 || c == 0x2029;
 }
 

@@ -40,7 +40,8 @@ VESK_API const unsigned short* Utf16FindSubstring(const unsigned short* text,
                                                   const unsigned short* needle, int caseType);
 
 /// Whether a unit is white space: tab to carriage return, the separators
-/// 0x1C to 0x1F, and the Unicode space, line and paragraph separators.
+/// 0x1C to 0x1F, next line (0x85), and the Unicode space, line and paragraph
+/// separators.
 /// Surrogates never are.
 VESK_API bool Utf16IsSpace(unsigned short c);
 
