@@ -51,10 +51,11 @@ if [[ -f "${prefix}/.complete" ]]; then
   exit 0
 fi
 
-work="$(mktemp -d)"
-trap 'rm -rf "${work}"' EXIT
+# The sources and build trees stay until the run completes, so an interrupted
+# run goes on where it stopped.
+work="${cache}/build-${version}"
 rm -rf "${prefix}"
-mkdir -p "${prefix}"
+mkdir -p "${prefix}" "${work}"
 toolchain="${here}/../cmake/mingw-w64-x86_64.cmake"
 stamp() { echo "== windows-deps $(date -u +%H:%M:%S) $*"; }
 
@@ -62,8 +63,15 @@ common=(-G Ninja -DCMAKE_TOOLCHAIN_FILE="${toolchain}" -DCMAKE_BUILD_TYPE=Releas
         -DCMAKE_INSTALL_PREFIX="${prefix}" -DVESK_WINDOWS_DEPS="${prefix}")
 
 stamp "Xerces-C ${xerces_version}: source"
-(cd "${work}" && apt-get source --only-source "xerces-c=${xerces_version}" >/dev/null)
 xerces_src="$(find "${work}" -maxdepth 1 -type d -name 'xerces-c-*' | head -n 1)"
+if [[ -z "${xerces_src}" ]]; then
+  (cd "${work}" && apt-get source --only-source "xerces-c=${xerces_version}" >/dev/null)
+  xerces_src="$(find "${work}" -maxdepth 1 -type d -name 'xerces-c-*' | head -n 1)"
+  # The library only: its samples and tests are not needed, and some of its
+  # tests do not build with MinGW (<Windows.h> in mixed case).
+  sed -i -e '/^add_subdirectory(tests)$/d' -e '/^add_subdirectory(samples)$/d' \
+    "${xerces_src}/CMakeLists.txt"
+fi
 stamp "Xerces-C: configure and build (${jobs} job(s))"
 cmake -S "${xerces_src}" -B "${work}/xerces-build" "${common[@]}" \
   -DBUILD_SHARED_LIBS=ON \
@@ -84,4 +92,5 @@ cmake --install "${work}/gtest-build" >/dev/null
 
 touch "${prefix}/.complete"
 ln -sfn "${version}" "${cache}/current"
+rm -rf "${work}"
 stamp "done: ${prefix}"
