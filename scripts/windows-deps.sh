@@ -67,9 +67,10 @@ xerces_src="$(find "${work}" -maxdepth 1 -type d -name 'xerces-c-*' | head -n 1)
 if [[ -z "${xerces_src}" ]]; then
   (cd "${work}" && apt-get source --only-source "xerces-c=${xerces_version}" >/dev/null)
   xerces_src="$(find "${work}" -maxdepth 1 -type d -name 'xerces-c-*' | head -n 1)"
-  # The library only: its samples and tests are not needed, and some of its
-  # tests do not build with MinGW (<Windows.h> in mixed case).
-  sed -i -e '/^add_subdirectory(tests)$/d' -e '/^add_subdirectory(samples)$/d' \
+  # The library only: its samples and tests are not needed, some of its
+  # tests do not build with MinGW (<Windows.h> in mixed case), and Debian's
+  # source package has no prebuilt HTML documentation to install.
+  sed -i -e '/^add_subdirectory(\(tests\|samples\|doc\))$/d' \
     "${xerces_src}/CMakeLists.txt"
 fi
 stamp "Xerces-C: configure and build (${jobs} job(s))"
