@@ -17,5 +17,12 @@ const char* const CBool::SZ_FALSE = "false";
 const unsigned short* const CBool::WSZ_TRUE = kTrue16;
 const unsigned short* const CBool::WSZ_FALSE = kFalse16;
 
+// Defined once more here so that the DLL exports them: a client that binds the
+// constants to a reference (EXPECT_EQ does) imports them on Windows.
+constexpr unsigned int CBool::CC_TRUE;
+constexpr unsigned int CBool::CC_FALSE;
+constexpr unsigned int CBool::WCC_TRUE;
+constexpr unsigned int CBool::WCC_FALSE;
+
 }  // namespace base
 }  // namespace vesk

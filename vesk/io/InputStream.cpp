@@ -19,5 +19,9 @@ int CInputStream::Read() {
 
 int CInputStream::Skip(unsigned int count) { return internal::SkipByReading(*this, count); }
 
+// Defined once more here so that the DLL exports it: a client that binds the
+// constant to a reference (EXPECT_EQ does) imports it on Windows.
+constexpr int CInputStream::EOS;
+
 }  // namespace io
 }  // namespace vesk

@@ -19,5 +19,9 @@ int CReader::Read() {
 
 int CReader::Skip(unsigned int count) { return internal::SkipByReading(*this, count); }
 
+// Defined once more here so that the DLL exports it: a client that binds the
+// constant to a reference (EXPECT_EQ does) imports it on Windows.
+constexpr int CReader::EOS;
+
 }  // namespace io
 }  // namespace vesk
