@@ -23,6 +23,7 @@
 #include "vesk/io/PrintWriter.h"
 #include "vesk/io/PushbackInputStream.h"
 #include "vesk/io/PushbackReader.h"
+#include "vesk/platform/LineEnd.h"
 #include "vesk/platform/Memory.h"
 
 using vesk::base::CMemoryException;
@@ -165,7 +166,7 @@ TEST(DecoratorTest, MalformedUseNeverCrashes) {
     print.Print(static_cast<const char*>(nullptr));
     print.Println("line");
     print.Close();
-    EXPECT_EQ(sink.data, "line\n");
+    EXPECT_EQ(sink.data, std::string("line") + platform::kLineEnd);
     EXPECT_THROW(buffered.Write('x'), vesk::io::CIOException);
     buffered.Close();
   }

@@ -52,11 +52,13 @@ class FileStreamTest : public ::testing::Test {
 
   std::string Path(const char* name) const { return (dir / name).string(); }
   IO::Location At(const char* name) const { return IO::Location(Path(name).c_str()); }
+  // Names are UTF-8 (u8path: the standard library's narrow paths on Windows
+  // are not).
   void Put(const char* name, const std::string& bytes) const {
-    std::ofstream(Path(name), std::ios::binary) << bytes;
+    std::ofstream(dir / fs::u8path(name), std::ios::binary) << bytes;
   }
   std::string Get(const char* name) const {
-    std::ifstream in(Path(name), std::ios::binary);
+    std::ifstream in(dir / fs::u8path(name), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
   }
   std::basic_string<unsigned short> Native(const char* name) const {

@@ -11,6 +11,7 @@
 #include "vesk/io/MemoryOutputStream.h"
 #include "vesk/io/PrintStream.h"
 #include "vesk/io/XMLException.h"
+#include "vesk/platform/LineEnd.h"
 
 using vesk::base::CException;
 using vesk::base::CIllegalArgumentException;
@@ -47,13 +48,16 @@ TEST(PrintStreamTest, ValuesUseTheirPrintfNotation) {
   EXPECT_EQ(all, std::string(expected, sizeof expected - 1));
 }
 
+// LF on POSIX hosts, CR LF on Windows.
+const char* const kEol = vesk::platform::kLineEnd;
+
 TEST(PrintStreamTest, LinesEndWithTheHostLineEnd) {
   EXPECT_EQ(Printed([](CPrintStream& o) {
               o.Println(12);
               o.Println();
               o.Println("a");
             }),
-            "12\n\na\n");
+            std::string("12") + kEol + kEol + "a" + kEol);
 }
 
 TEST(PrintStreamTest, CRLFStreamAutoFlushesOnceAfterTheLineEnd) {

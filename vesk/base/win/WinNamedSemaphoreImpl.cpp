@@ -29,6 +29,9 @@ CWinNamedSemaphoreImpl::CWinNamedSemaphoreImpl(const char* name, unsigned int in
 void* CWinNamedSemaphoreImpl::Open(const char* name, unsigned int initialCount) {
   if (!name || !*name) VESK_THROW(kSource, CIllegalArgumentException, "Invalid semaphore name.");
   CUnicodeString wide(name);
+  // Windows refuses names longer than MAX_PATH characters; Wine does not,
+  // so the limit is kept here for every Windows host alike.
+  if (wide.GetLength() > MAX_PATH) VESK_THROW(kSource, CMemoryException);
   HANDLE handle =
       CreateSemaphoreW(nullptr, static_cast<LONG>(initialCount), 0x7FFFFFFF,
                        reinterpret_cast<const wchar_t*>(static_cast<const unsigned short*>(wide)));

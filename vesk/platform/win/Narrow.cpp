@@ -40,10 +40,13 @@ std::size_t Utf16ToNarrow(const unsigned short* src, int srcUnits, char* target,
     unsigned int units = IsHigh(src[i]) && i + 1 < n && IsLow(src[i + 1]) ? 2 : 1;
     char bytes[8];
     bool unpaired = IsLow(src[i]) || (IsHigh(src[i]) && units == 1);
-    int len = !unpaired ? WideCharToMultiByte(CP_ACP, 0, Wide(src + i), static_cast<int>(units), bytes,
-                                        sizeof bytes, "?", nullptr)
-                  : 0;
-    if (len <= 0) {
+    BOOL lacking = FALSE;
+    int len = !unpaired ? WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, Wide(src + i), static_cast<int>(units),
+                                              bytes, sizeof bytes, nullptr, &lacking)
+                        : 0;
+    // A character the code page lacks is one '?', a surrogate pair included;
+    // no look-alike replaces it.
+    if (len <= 0 || lacking) {
       bytes[0] = '?';
       len = 1;
     }
@@ -66,7 +69,8 @@ std::size_t NarrowToUtf16(const char* src, int srcBytes, unsigned short* target,
   for (std::size_t i = 0; i < n;) {
     unsigned int k = NarrowCharLength(src + i, n - i);
     wchar_t units[4];
-    int len = MultiByteToWideChar(CP_ACP, 0, src + i, static_cast<int>(k), units, 4);
+    int len =
+        MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, src + i, static_cast<int>(k), units, 4);
     if (len <= 0) {
       units[0] = L'?';
       len = 1;
