@@ -1,6 +1,9 @@
 #include "vesk/base/internal/StringPools.h"
 
+#include <pthread.h>
+
 #include <atomic>
+#include <cstdlib>
 #include <new>
 
 namespace vesk {
@@ -39,33 +42,66 @@ inline CFixBlockAllocator& PoolAt(int index) { return Pools().all[index]; }
 // One kept block per pool and thread. The pool's lock costs two atomic
 // operations per call, several times what the rest of making a short string
 // costs; a thread that makes and drops strings in a loop reuses its own
-// block instead. The array is plain data in the initial-exec TLS model: one
-// thread-pointer-relative access, no call, no guard.
+// block instead. The thread's record is reached through a pointer in the
+// initial-exec TLS model: one thread-pointer-relative access, no call, no
+// guard.
 struct CKeptBlocks {
   void* kept[kPoolCount];
-  bool returnerArmed;
 };
-__attribute__((tls_model("initial-exec"))) thread_local CKeptBlocks t_kept;
+__attribute__((tls_model("initial-exec"))) thread_local CKeptBlocks* t_kept;
 
-void ReturnKeptBlocks() noexcept {
+void ReturnBlocksOf(CKeptBlocks* record) noexcept {
   for (int i = 0; i < kPoolCount; ++i) {
-    if (t_kept.kept[i]) {
-      PoolAt(i).Free(t_kept.kept[i]);
-      t_kept.kept[i] = nullptr;
+    if (record->kept[i]) {
+      PoolAt(i).Free(record->kept[i]);
+      record->kept[i] = nullptr;
     }
   }
 }
 
-// Gives the kept blocks back when the thread ends. Armed the first time the
-// thread keeps a block, so threads that never do pay nothing.
-struct CKeptBlocksReturner {
-  ~CKeptBlocksReturner() { ReturnKeptBlocks(); }
-};
-thread_local CKeptBlocksReturner t_returner;
+void ReturnKeptBlocks() noexcept {
+  if (t_kept) ReturnBlocksOf(t_kept);
+}
 
-void ArmReturner() noexcept {
-  t_kept.returnerArmed = true;
-  static_cast<void>(&t_returner);  // first use registers its destructor
+// The record lives on the C heap, outside the library's counted heap (it is
+// the pools' own bookkeeping, like their storage), and a thread key gives
+// its blocks back and frees it when the thread ends. A thread_local object's
+// destructor could not: with emulated TLS (MinGW-w64) the thread's TLS
+// variables may already be gone when it runs, and the kept blocks with them.
+void EndThreadRecord(void* value) {
+  CKeptBlocks* record = static_cast<CKeptBlocks*>(value);
+  ReturnBlocksOf(record);
+  if (t_kept == record) t_kept = nullptr;
+  std::free(record);
+}
+
+struct CThreadKey {
+  pthread_key_t key;
+  bool made;
+};
+
+CThreadKey& ThreadKey() noexcept {
+  static CThreadKey key = [] {
+    CThreadKey k;
+    k.made = pthread_key_create(&k.key, EndThreadRecord) == 0;
+    return k;
+  }();
+  return key;
+}
+
+// The record of the calling thread, made the first time the thread keeps a
+// block; null when it cannot be made (the block then goes to its pool).
+CKeptBlocks* ThreadRecord() noexcept {
+  CThreadKey& key = ThreadKey();
+  if (!key.made) return nullptr;
+  CKeptBlocks* record = static_cast<CKeptBlocks*>(std::calloc(1, sizeof(CKeptBlocks)));
+  if (!record) return nullptr;
+  if (pthread_setspecific(key.key, record) != 0) {
+    std::free(record);
+    return nullptr;
+  }
+  t_kept = record;
+  return record;
 }
 
 // Builds the pools at load and closes them at unload.
@@ -75,6 +111,11 @@ struct CPoolCloser {
     // Blocks given back from now on go straight to the (closed) pools.
     g_poolsClosed.store(true, std::memory_order_relaxed);
     ReturnKeptBlocks();
+    // The key's destructor is this module's code: no thread may call it once
+    // the module is gone (other threads' records are left to the heap).
+    if (ThreadKey().made) pthread_key_delete(ThreadKey().key);
+    std::free(t_kept);
+    t_kept = nullptr;
     CPools& pools = Pools();
     for (CFixBlockAllocator& pool : pools.all) pool.Close();
   }
@@ -97,10 +138,10 @@ CFixBlockAllocator* WideStringPool(unsigned int capacity) {
 // order the pools lie in CPools.
 void* TakeStringBlock(bool wide, int rank) {
   int index = wide ? rank + 5 : rank;
-  void*& kept = t_kept.kept[index];
-  if (kept) {
-    void* block = kept;
-    kept = nullptr;
+  CKeptBlocks* record = t_kept;
+  if (record && record->kept[index]) {
+    void* block = record->kept[index];
+    record->kept[index] = nullptr;
     return block;
   }
   return PoolAt(index).Allocate();
@@ -109,10 +150,10 @@ void* TakeStringBlock(bool wide, int rank) {
 void GiveStringBlock(bool wide, int rank, void* block) noexcept {
   if (!block) return;
   int index = wide ? rank + 5 : rank;
-  void*& kept = t_kept.kept[index];
-  if (!kept && !g_poolsClosed.load(std::memory_order_relaxed)) {
-    if (!t_kept.returnerArmed) ArmReturner();
-    kept = block;
+  CKeptBlocks* record = t_kept;
+  if (!g_poolsClosed.load(std::memory_order_relaxed) && (record || (record = ThreadRecord())) &&
+      !record->kept[index]) {
+    record->kept[index] = block;
     return;
   }
   PoolAt(index).Free(block);
