@@ -101,6 +101,14 @@ int RunTestsInChildProcess(const char* filter, const char* name, const std::stri
 }
 #endif
 
+const char* NoPeerReason() {
+#if defined(_WIN32)
+  return "the peer is a Linux program, which a Windows test under Wine cannot start";
+#else
+  return nullptr;
+#endif
+}
+
 std::string SystemMessage(unsigned long code) {
 #if defined(_WIN32)
   char text[1024] = {};

@@ -44,6 +44,11 @@ std::string SystemMessage(unsigned long code);
 /// An error code the system knows: "file not found".
 unsigned long FileNotFoundCode();
 
+/// Why a peer program of the build machine (python3, the JDK) cannot check
+/// this host's output, or null when it can: a Windows test under Wine cannot
+/// start the machine's Linux programs.
+const char* NoPeerReason();
+
 /// The UTF-8 form of n UTF-16 units; an unpaired surrogate becomes sub.
 std::string ReferenceUtf8(const unsigned short* text, std::size_t n, char sub = '?');
 /// Decodes the well-formed UTF-8 character at bytes[i] (n bytes in all):

@@ -140,6 +140,7 @@ std::string RunCommand(const std::string& command, int* status) {
 class JavaInterop : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
+    if (vesk_test::NoPeerReason()) return;
     if (std::system("javac -version >/dev/null 2>&1") != 0 ||
         std::system("java -version >/dev/null 2>&1") != 0) {
       return;
@@ -155,6 +156,7 @@ class JavaInterop : public ::testing::Test {
     if (!s_dir.empty()) std::filesystem::remove_all(s_dir);
   }
   void SetUp() override {
+    if (vesk_test::NoPeerReason()) GTEST_SKIP() << vesk_test::NoPeerReason();
     if (s_dir.empty()) GTEST_SKIP() << "no JDK (java, javac) installed; JDK interop not checked";
     ASSERT_TRUE(s_ready) << "javac failed:\n" << s_compileLog;
   }
