@@ -1,6 +1,7 @@
 #include "HostSupport.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <random>
 
@@ -10,8 +11,10 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
+#include <psapi.h>
 #else
 #include <dlfcn.h>
+#include <time.h>
 #include <unicode/ustring.h>
 #include <unicode/utf8.h>
 #include <unistd.h>
@@ -76,6 +79,14 @@ bool NamedSemaphoreExists(const char* name) {
   return true;
 }
 
+bool NamedObjectExists(const char* name) {
+  HANDLE mutex = CreateMutexA(nullptr, FALSE, name);
+  DWORD error = GetLastError();
+  if (mutex) CloseHandle(mutex);
+  // Either the name was a mutex already, or it names another kind of object.
+  return mutex ? error == ERROR_ALREADY_EXISTS : error == ERROR_INVALID_HANDLE;
+}
+
 int RunTestsInChildProcess(const char* filter, const char* name, const std::string& value) {
   wchar_t self[MAX_PATH];
   if (GetModuleFileNameW(nullptr, self, MAX_PATH) == 0) return -1;
@@ -106,6 +117,36 @@ const char* NoPeerReason() {
   return "the peer is a Linux program, which a Windows test under Wine cannot start";
 #else
   return nullptr;
+#endif
+}
+
+long ResidentBytes() {
+#if defined(_WIN32)
+  PROCESS_MEMORY_COUNTERS counters;
+  if (!GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters)) return -1;
+  return static_cast<long>(counters.WorkingSetSize);
+#else
+  long pages = 0, resident = 0;
+  FILE* f = std::fopen("/proc/self/statm", "r");
+  if (!f) return -1;
+  if (std::fscanf(f, "%ld %ld", &pages, &resident) != 2) resident = -1;
+  std::fclose(f);
+  return resident * sysconf(_SC_PAGESIZE);
+#endif
+}
+
+double ThreadCpuMs() {
+#if defined(_WIN32)
+  FILETIME created, exited, kernel, user;
+  if (!GetThreadTimes(GetCurrentThread(), &created, &exited, &kernel, &user)) return 0;
+  auto ticks = [](const FILETIME& t) {
+    return (static_cast<unsigned long long>(t.dwHighDateTime) << 32) | t.dwLowDateTime;
+  };
+  return static_cast<double>(ticks(kernel) + ticks(user)) / 1e4;  // 100 ns units
+#else
+  timespec t;
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+  return t.tv_sec * 1e3 + t.tv_nsec / 1e6;
 #endif
 }
 
@@ -163,6 +204,24 @@ std::string ReferenceUtf8(const unsigned short* text, std::size_t n, char sub) {
   u_strToUTF8WithSub(&out[0], static_cast<int32_t>(out.size()), &length,
                      reinterpret_cast<const UChar*>(text), static_cast<int32_t>(n),
                      static_cast<unsigned char>(sub), nullptr, &status);
+  out.resize(U_SUCCESS(status) ? static_cast<std::size_t>(length) : 0);
+  return out;
+#endif
+}
+
+std::u16string ReferenceUtf16(const char* utf8) {
+#if defined(_WIN32)
+  int units = MultiByteToWideChar(CP_UTF8, 0, utf8, -1, nullptr, 0);
+  std::u16string out(units > 0 ? static_cast<std::size_t>(units) : 1, u'\0');
+  MultiByteToWideChar(CP_UTF8, 0, utf8, -1, reinterpret_cast<wchar_t*>(&out[0]), units);
+  out.resize(out.size() - 1);
+  return out;
+#else
+  std::u16string out(std::strlen(utf8) + 1, u'\0');
+  int32_t length = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  u_strFromUTF8(reinterpret_cast<UChar*>(&out[0]), static_cast<int32_t>(out.size()), &length, utf8,
+                -1, &status);
   out.resize(U_SUCCESS(status) ? static_cast<std::size_t>(length) : 0);
   return out;
 #endif

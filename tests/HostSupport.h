@@ -33,6 +33,13 @@ void* HoldFile(const char* path);
 void ReleaseFile(void* held);
 /// Whether a named semaphore of that name exists now. (Windows only.)
 bool NamedSemaphoreExists(const char* name);
+/// Whether a named kernel object (mutex, event, semaphore) of that name
+/// exists now. (Windows only.)
+bool NamedObjectExists(const char* name);
+/// Bytes of this process resident in memory now; -1 when unknown.
+long ResidentBytes();
+/// CPU time the calling thread has used, in milliseconds.
+double ThreadCpuMs();
 /// Runs the tests of this program that match filter in a second process
 /// (CreateProcessW), with the environment variable name set to value there.
 /// Returns its exit code (0: its tests passed), -1 when it could not be
@@ -51,6 +58,8 @@ const char* NoPeerReason();
 
 /// The UTF-8 form of n UTF-16 units; an unpaired surrogate becomes sub.
 std::string ReferenceUtf8(const unsigned short* text, std::size_t n, char sub = '?');
+/// The UTF-16 form of a well-formed, NUL-terminated UTF-8 text.
+std::u16string ReferenceUtf16(const char* utf8);
 /// Decodes the well-formed UTF-8 character at bytes[i] (n bytes in all):
 /// its code point, with *next just past it, or -1 when it is malformed.
 int ReferenceUtf8Next(const char* bytes, int i, int n, int* next);

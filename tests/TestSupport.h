@@ -4,8 +4,10 @@
 #ifndef VESK_TESTS_TESTSUPPORT_H
 #define VESK_TESTS_TESTSUPPORT_H
 
+#if !defined(_WIN32)
 #include <dirent.h>
 #include <sys/wait.h>
+#endif
 
 #include <cstdio>
 #include <string>
@@ -89,6 +91,7 @@ inline const unsigned short* W(const char16_t* text) {
 }
 
 // --- other processes and descriptors (socket tests) ---------------------------
+#if !defined(_WIN32)
 
 /// Descriptors this process has open now.
 inline int OpenDescriptors() {
@@ -126,6 +129,7 @@ class PeerProcess {
  private:
   FILE* m_out;
 };
+#endif
 
 }  // namespace testing
 }  // namespace vesk

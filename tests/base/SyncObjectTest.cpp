@@ -1,11 +1,13 @@
+#if !defined(_WIN32)
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <time.h>
 #include <unistd.h>
+#endif
 
 #include <atomic>
+#include <cstdlib>
 #include <chrono>
 #include <functional>
 #include <string>
@@ -14,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include "HostSupport.h"
 #include "TestSupport.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
 #include "vesk/base/IllegalArgumentException.h"
@@ -39,12 +42,19 @@ const unsigned int kTimeout = 0x102;
 const unsigned int kAbandoned = 0x80;
 const unsigned int kFailed = 0xFFFFFFFFu;
 
-// A name of this run, and whether its shared segment exists.
+// A name of this run (pid: the process whose run it is), and whether the
+// host holds the object of that name: its shared segment on POSIX hosts,
+// the kernel object on Windows.
 struct Name {
-  explicit Name(const char* stem) : text(std::string("vesk-test-") + stem + "-" + std::to_string(getpid())) {}
+  explicit Name(const char* stem, unsigned long pid = vesk_test::ProcessId())
+      : text(std::string("vesk-test-") + stem + "-" + std::to_string(pid)) {}
   bool SegmentExists() const {
+#if defined(_WIN32)
+    return vesk_test::NamedObjectExists(text.c_str());
+#else
     struct stat info;
     return stat(("/dev/shm/vesk.sync." + text).c_str(), &info) == 0;
+#endif
   }
   std::string text;
 };
@@ -60,20 +70,46 @@ bool FreeForOthers(CSyncObject& object) {
   return took;
 }
 
-double ThreadCpuMs() {
-  timespec t;
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-  return t.tv_sec * 1e3 + t.tv_nsec / 1e6;
+using vesk_test::ThreadCpuMs;
+
+// The second process of NamedObjectsAreSharedAcrossProcesses: takes the
+// mutex, signals ready, waits for the event and ends holding the mutex.
+int SecondProcess(const Name& mutexName, const Name& eventName, const Name& readyName) {
+  CMutex theirs(mutexName.text.c_str(), false);
+  CEvent go(eventName.text.c_str(), false, false);
+  CEvent told(readyName.text.c_str(), false, false);
+  if (!theirs.TryAcquire(0)) return 1;
+  told.SetEvent();
+  if (!go.TryAcquire(5000)) return 2;
+  return 0;
 }
 
-// Runs child in a forked process and answers its exit status.
-int InChild(const std::function<int()>& child) {
+#if defined(_WIN32)
+const char kChildVariable[] = "VESK_TEST_SYNC_CHILD";
+
+// Run by NamedObjectsAreSharedAcrossProcesses in a process of its own
+// (CreateProcessW); the variable carries the parent's process id.
+TEST(SyncObjectTest, SecondProcessOfNamedObjectsAreShared) {
+  const char* parent = std::getenv(kChildVariable);
+  if (!parent) GTEST_SKIP() << "runs only in the process NamedObjectsAreSharedAcrossProcesses starts";
+  unsigned long pid = std::stoul(parent);
+  EXPECT_EQ(0, SecondProcess(Name("mutex", pid), Name("event", pid), Name("ready", pid)));
+}
+
+int InSecondProcess(const Name&, const Name&, const Name&) {
+  return vesk_test::RunTestsInChildProcess("SyncObjectTest.SecondProcessOfNamedObjectsAreShared",
+                                           kChildVariable, std::to_string(vesk_test::ProcessId()));
+}
+#else
+// Runs the second process's side in a forked process; its exit status.
+int InSecondProcess(const Name& mutexName, const Name& eventName, const Name& readyName) {
   pid_t pid = fork();
-  if (pid == 0) _exit(child());
+  if (pid == 0) _exit(SecondProcess(mutexName, eventName, readyName));
   int status = -1;
   waitpid(pid, &status, 0);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
+#endif
 
 TEST(SyncObjectTest, ArgumentsAreChecked) {
   CEvent event(nullptr, false, false);
@@ -360,15 +396,7 @@ TEST(SyncObjectTest, NamedObjectsAreSharedAcrossProcesses) {
       EXPECT_FALSE(mutex.TryAcquire(0));
       event.SetEvent();
     });
-    int status = InChild([&] {
-      CMutex theirs(mutexName.text.c_str(), false);
-      CEvent go(eventName.text.c_str(), false, false);
-      CEvent told(readyName.text.c_str(), false, false);
-      if (!theirs.TryAcquire(0)) return 1;
-      told.SetEvent();
-      if (!go.TryAcquire(5000)) return 2;
-      return 0;
-    });
+    int status = InSecondProcess(mutexName, eventName, readyName);
     parent.join();
     EXPECT_EQ(0, status);
     EXPECT_EQ(kAbandoned, CSyncObject::WaitForSingleSyncObject(mutex.GetHandle(), 1000));
@@ -379,6 +407,7 @@ TEST(SyncObjectTest, NamedObjectsAreSharedAcrossProcesses) {
   EXPECT_FALSE(eventName.SegmentExists());
 }
 
+#if !defined(_WIN32)
 // A segment its creator left half made (never sized, or never filled in) is
 // made anew by the next opener, without waiting for it.
 TEST(SyncObjectTest, HalfMadeSegmentIsReplaced) {
@@ -399,6 +428,8 @@ TEST(SyncObjectTest, HalfMadeSegmentIsReplaced) {
     EXPECT_FALSE(name.SegmentExists());
   }
 }
+
+#endif
 
 TEST(SyncObjectTest, AllocationFailuresLeakNothing) {
   CEvent e0(nullptr, false, false), e1(nullptr, false, false);

@@ -1,5 +1,4 @@
 #include <time.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <chrono>
@@ -191,7 +190,7 @@ TEST(ThreadTest, ExitAndDestroyEndTheThread) {
     ++ended;
   });
   CBodyThread sleeping([&](CBodyThread&) {
-    for (;;) usleep(1000);
+    for (;;) std::this_thread::sleep_for(std::chrono::milliseconds(1));
   });
   waiting.Start();
   sleeping.Start();

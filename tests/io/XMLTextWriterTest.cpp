@@ -5,8 +5,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
+#include "HostSupport.h"
 #include "TestStreams.h"
 #include "TestSupport.h"
 #include "vesk/base/IllegalArgumentException.h"
@@ -303,10 +303,9 @@ TEST(XMLTextWriterTest, SharedStreamLivesAndClosesWithTheWriter) {
 }
 
 TEST(XMLTextWriterTest, WritesAFileByLocation) {
-  char path[] = "/tmp/vesk-xml-location-XXXXXX";
-  int fd = mkstemp(path);
-  ASSERT_GE(fd, 0);
-  close(fd);
+  const std::filesystem::path scratch = vesk_test::MakeTempDir("vesk-xml-location");
+  const std::string pathText = (scratch / "out.xml").string();
+  const char* path = pathText.c_str();
   {
     std::ofstream(path) << "old content that must go";
     CXMLTextWriter writer(IO::Location(path), "UTF-8", 16, nullptr, kLf, false);
@@ -322,7 +321,7 @@ TEST(XMLTextWriterTest, WritesAFileByLocation) {
       [&] { CXMLTextWriter w(IO::Location(path), "", 16, nullptr, kLf, false); },
       "Invalid encoding specification.");
   EXPECT_EQ(read.str().size(), std::ifstream(path, std::ios::ate).tellg());
-  unlink(path);
+  std::filesystem::remove_all(scratch);
   EXPECT_THROW(
       CXMLTextWriter(IO::Location("/nonexistent-dir/x.xml"), "UTF-8", 16, nullptr, kLf, false),
       CIOException);

@@ -4,7 +4,8 @@
 #include <string>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
+
+#include "HostSupport.h"
 
 #include "vesk/io/OutputStream.h"
 #include "vesk/io/XMLTextWriter.h"
@@ -22,14 +23,7 @@ class CCountingStream : public vesk::io::COutputStream {
   unsigned long long bytes = 0;
 };
 
-long ResidentBytes() {
-  long pages = 0, resident = 0;
-  FILE* f = std::fopen("/proc/self/statm", "r");
-  if (!f) return -1;
-  if (std::fscanf(f, "%ld %ld", &pages, &resident) != 2) resident = -1;
-  std::fclose(f);
-  return resident * sysconf(_SC_PAGESIZE);
-}
+using vesk_test::ResidentBytes;
 
 TEST(XMLWriterStreamingTest, OneGibibyteKeepsResidentMemoryFlat) {
   CCountingStream out;

@@ -2,10 +2,10 @@
 #include <string>
 
 #include <gtest/gtest.h>
-#include <unicode/ustring.h>
 #include <xercesc/util/regx/Match.hpp>
 #include <xercesc/util/regx/RegularExpression.hpp>
 
+#include "HostSupport.h"
 #include "TestObjects.h"
 #include "TestSupport.h"
 #include "vesk/base/ArrayIndexOutOfBoundsException.h"
@@ -67,23 +67,13 @@ const Case kCases[] = {
     {"nothing", nullptr, "something", -1, -1},
 };
 
-std::u16string Utf16(const char* utf8) {
-  UChar buffer[256];
-  int32_t length = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  u_strFromUTF8(buffer, 256, &length, utf8, -1, &status);
-  EXPECT_TRUE(U_SUCCESS(status));
-  return std::u16string(buffer, length);
-}
+std::u16string Utf16(const char* utf8) { return vesk_test::ReferenceUtf16(utf8); }
 
 // Byte offset in the UTF-8 form of the first units of text.
 int Utf8Offset(const std::u16string& text, int units) {
   if (units < 0) return -1;
-  char buffer[512];
-  int32_t length = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  u_strToUTF8(buffer, 512, &length, text.data(), units, &status);
-  return length;
+  return static_cast<int>(
+      vesk_test::ReferenceUtf8(reinterpret_cast<const unsigned short*>(text.data()), units).size());
 }
 
 struct Result {
