@@ -20,4 +20,9 @@ unset DISPLAY
 
 wine=/usr/lib/wine/wine64
 command -v wine64 >/dev/null && wine="$(command -v wine64)"
+# One Wine server for the whole test run, kept for 30 s after its last
+# program ends: a server that quits between two tests while the next one
+# connects resets that program's connection ("recvmsg: Connection reset").
+# Starting it is refused at once when one is running already.
+/usr/lib/wine/wineserver64 -p30 >/dev/null 2>&1 || true
 exec "${wine}" "$@"

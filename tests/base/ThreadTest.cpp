@@ -238,6 +238,9 @@ TEST(ThreadTest, AllocationFailuresLeakNothing) {
   EXPECT_GT(vesk::testing::FailEachAllocationInTurn([] { CBodyThread thread([](CBodyThread&) {}); }), 0);
   vesk::testing::FaultGuard guard;
   long before = vesk::testing::Outstanding();
+#if !defined(_WIN32)
+  // A POSIX thread keeps a record made at its start; a Windows thread is its
+  // kernel object alone, and its start allocates nothing.
   {
     CBodyThread thread([](CBodyThread&) {});
     vesk::platform::FailAllocationAt(1);
@@ -247,6 +250,7 @@ TEST(ThreadTest, AllocationFailuresLeakNothing) {
     thread.Start();
     thread.Join();
   }
+#endif
   ExpectSettles(before);
 }
 

@@ -37,6 +37,15 @@ unsigned int CSyncObjectImpl::WaitOne(void* handle, unsigned int timeout) noexce
 unsigned int CSyncObjectImpl::WaitMany(unsigned int count, void* const* handles, bool waitAll,
                                        unsigned int timeout) noexcept {
   if (count == 0 || count > kMaxWaitObjects || !handles) return kWaitFailed;
+  // Windows refuses one handle twice in a wait for all; Wine does not, so
+  // the refusal is kept here for every Windows host alike.
+  if (waitAll) {
+    for (unsigned int i = 1; i < count; ++i) {
+      for (unsigned int j = 0; j < i; ++j) {
+        if (handles[i] == handles[j]) return kWaitFailed;
+      }
+    }
+  }
   return WaitForMultipleObjects(count, handles, waitAll ? TRUE : FALSE, timeout);
 }
 
