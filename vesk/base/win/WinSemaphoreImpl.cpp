@@ -4,6 +4,7 @@
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/SynchronizationException.h"
 #include "vesk/platform/Throw.h"
+#include "vesk/platform/win/Wait.h"
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -35,22 +36,17 @@ CWinSemaphoreImpl::CWinSemaphoreImpl(unsigned int initialCount, unsigned int max
 CWinSemaphoreImpl::~CWinSemaphoreImpl() { CloseHandle(m_handle); }
 
 void CWinSemaphoreImpl::Acquire() {
-  DWORD result = WaitForSingleObject(m_handle, INFINITE);
-  if (result != WAIT_OBJECT_0 && result != WAIT_ABANDONED) {
+  if (platform::WaitForObject(m_handle, INFINITE) != platform::kWaitSignalled) {
     VESK_THROW(kSource, CSynchronizationException, "Failed to acquire the semaphore.");
   }
 }
 
 bool CWinSemaphoreImpl::TryAcquire(unsigned int timeout) {
-  switch (WaitForSingleObject(m_handle, timeout)) {
-    case WAIT_OBJECT_0:
-    case WAIT_ABANDONED:
-      return true;
-    case WAIT_TIMEOUT:
-      return false;
-    default:
-      VESK_THROW(kSource, CSynchronizationException, "Failed to acquire the semaphore.");
+  platform::WaitResult result = platform::WaitForObject(m_handle, timeout);
+  if (result == platform::kWaitFailed) {
+    VESK_THROW(kSource, CSynchronizationException, "Failed to acquire the semaphore.");
   }
+  return result == platform::kWaitSignalled;
 }
 
 // A release past the maximum fails (ERROR_TOO_MANY_POSTS) and adds nothing.

@@ -6,6 +6,7 @@
 #include "vesk/base/Thread.h"
 #include "vesk/base/win/WinSystemErrorException.h"
 #include "vesk/platform/Throw.h"
+#include "vesk/platform/win/Wait.h"
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -75,23 +76,16 @@ void CWinThreadImpl::Start(CThread* thread) {
 
 void CWinThreadImpl::Join() {
   if (!m_handle) VESK_THROW(kSource, CIllegalStateException, kNotStarted, nullptr);
-  DWORD result = WaitForSingleObject(m_handle, INFINITE);
-  if (result != WAIT_OBJECT_0 && result != WAIT_ABANDONED) {
-    VESK_THROW(kSource, CWinSystemErrorException, "Failed to join the thread.", GetLastError());
-  }
+  Join(INFINITE);
 }
 
 bool CWinThreadImpl::Join(unsigned int timeout) {
   if (!m_handle) VESK_THROW(kSource, CIllegalStateException, kNotStarted, nullptr);
-  switch (WaitForSingleObject(m_handle, timeout)) {
-    case WAIT_OBJECT_0:
-    case WAIT_ABANDONED:
-      return true;
-    case WAIT_TIMEOUT:
-      return false;
-    default:
-      VESK_THROW(kSource, CWinSystemErrorException, "Failed to join the thread.", GetLastError());
+  platform::WaitResult result = platform::WaitForObject(m_handle, timeout);
+  if (result == platform::kWaitFailed) {
+    VESK_THROW(kSource, CWinSystemErrorException, "Failed to join the thread.", GetLastError());
   }
+  return result == platform::kWaitSignalled;
 }
 
 void CWinThreadImpl::Destroy() {

@@ -1,5 +1,7 @@
 #include "vesk/platform/Semaphore.h"
 
+#include "vesk/platform/win/Wait.h"
+
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
@@ -31,15 +33,20 @@ bool SemaphoreInit(Semaphore* semaphore, unsigned int initial, unsigned int max)
 
 void SemaphoreDelete(Semaphore* semaphore) noexcept { CloseHandle(Native(semaphore)); }
 
-WaitResult SemaphoreWait(Semaphore* semaphore, unsigned int timeout) noexcept {
-  switch (WaitForSingleObject(Native(semaphore), timeout)) {
+WaitResult WaitForObject(void* handle, unsigned int timeout) noexcept {
+  switch (WaitForSingleObject(handle, timeout)) {
     case WAIT_OBJECT_0:
+    case WAIT_ABANDONED:
       return kWaitSignalled;
     case WAIT_TIMEOUT:
       return kWaitTimeout;
     default:
       return kWaitFailed;
   }
+}
+
+WaitResult SemaphoreWait(Semaphore* semaphore, unsigned int timeout) noexcept {
+  return WaitForObject(Native(semaphore), timeout);
 }
 
 bool SemaphoreRelease(Semaphore* semaphore, unsigned int count) noexcept {
