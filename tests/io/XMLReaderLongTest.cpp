@@ -1,11 +1,11 @@
 // Long-running reader checks (CTest label "long"): a 2 GiB document streamed
 // in bounded memory.
-#include <sys/resource.h>
 
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "HostSupport.h"
 #include "vesk/base/Exception.h"
 #include "vesk/io/XMLTextReader.h"
 
@@ -53,11 +53,7 @@ class CGeneratedDocument : public CInputStream {
   std::string m_record, m_open, m_close;
 };
 
-long PeakKiB() {
-  rusage usage;
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss;
-}
+using vesk_test::PeakKiB;
 
 TEST(XMLTextReaderTest, TwoGiBStreamInBoundedMemory) {
   const unsigned long long size = 2ull << 30;
