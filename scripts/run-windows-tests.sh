@@ -11,6 +11,10 @@ stamp() { echo "== $(date -u +%H:%M:%S) $*"; }
 
 stamp "windows: dependencies"
 VESK_DEPS_JOBS="${VESK_DEPS_JOBS:-${jobs}}" bash scripts/windows-deps.sh
+# Wine's prefix is made once, before the build runs test programs (test
+# discovery) in parallel.
+stamp "windows: Wine prefix"
+bash scripts/wine-run.sh wineboot --init >/dev/null 2>&1
 stamp "windows: configure"
 cmake --preset windows
 stamp "windows: build"
