@@ -23,6 +23,11 @@ command -v wine64 >/dev/null && wine="$(command -v wine64)"
 # One Wine server for the whole test run, kept for 30 s after its last
 # program ends: a server that quits between two tests while the next one
 # connects resets that program's connection ("recvmsg: Connection reset").
-# Starting it is refused at once when one is running already.
-/usr/lib/wine/wineserver64 -p30 >/dev/null 2>&1 || true
+# Starting it is refused at once when one is running already. A new server
+# gets Wine's helper processes started here, with no standard streams: the
+# first program would otherwise hand them its output pipe, and whoever reads
+# that pipe (CTest, test discovery) would wait until the server ends.
+if /usr/lib/wine/wineserver64 -p30 </dev/null >/dev/null 2>&1; then
+  "${wine}" wineboot </dev/null >/dev/null 2>&1 || true
+fi
 exec "${wine}" "$@"
