@@ -16,6 +16,7 @@
 
 using namespace vesk::base;
 using vesk::base::win::CWinSystemErrorException;
+using vesk::testing::ExpectThrow;
 
 namespace {
 
@@ -62,13 +63,8 @@ TEST(ThreadTest, NotStartedThreadRefusesJoinAndDestroy) {
   EXPECT_EQ(0, thread.GetPriority());
   std::function<void()> calls[] = {[&] { thread.Join(); }, [&] { thread.Join(5); }, [&] { thread.Destroy(); }};
   for (auto& call : calls) {
-    try {
-      call();
-      ADD_FAILURE() << "no exception";
-    } catch (const CIllegalStateException& e) {
-      EXPECT_STREQ("vesk/base/win/WinThreadImpl", e.GetSourceFile());
-      EXPECT_STREQ("Thread hasn't been started yet.", e.GetErrorDescription());
-    }
+    ExpectThrow<CIllegalStateException>(call, "Thread hasn't been started yet.",
+                                        "vesk/base/win/WinThreadImpl");
   }
 }
 
@@ -94,12 +90,19 @@ TEST(ThreadTest, JoinWaitsForTheBodyAndCanBeRepeated) {
   thread.Destroy();  // an ended thread is left alone
 }
 
+// Stop wakes a body in Wait and stays set; the body is the current thread
+// (a std::thread it starts is none).
 TEST(ThreadTest, StopWakesWaitAndStaysSet) {
+  EXPECT_EQ(nullptr, CThread::GetCurrentThread());
   std::atomic<int> timedOut{-1};
   std::atomic<bool> waiting{false};
   bool woken = false;
   bool stopped = false;
+  CThread* seen = nullptr;
+  CThread* onStdThread = reinterpret_cast<CThread*>(1);
   CBodyThread thread([&](CBodyThread& self) {
+    seen = CThread::GetCurrentThread();
+    std::thread([&] { onStdThread = CThread::GetCurrentThread(); }).join();
     timedOut = self.Wait(20) ? 0 : 1;
     waiting = true;
     woken = self.Wait(0xFFFFFFFFu);
@@ -115,6 +118,8 @@ TEST(ThreadTest, StopWakesWaitAndStaysSet) {
   EXPECT_EQ(1, timedOut.load());
   EXPECT_TRUE(woken);
   EXPECT_TRUE(stopped);
+  EXPECT_EQ(&thread, seen);
+  EXPECT_EQ(nullptr, onStdThread);
 }
 
 TEST(ThreadTest, BodyExceptionsAreReportedAndSwallowed) {
@@ -135,20 +140,6 @@ TEST(ThreadTest, BodyExceptionsAreReportedAndSwallowed) {
       "\tError description :\n\t\tBody failed.\n"
       "\tMessage : \n\t\tOn purpose.\n",
       capture.text);
-}
-
-TEST(ThreadTest, GetCurrentThreadNamesTheRunningThread) {
-  EXPECT_EQ(nullptr, CThread::GetCurrentThread());
-  CThread* seen = nullptr;
-  CThread* onStdThread = reinterpret_cast<CThread*>(1);
-  CBodyThread thread([&](CBodyThread&) {
-    seen = CThread::GetCurrentThread();
-    std::thread([&] { onStdThread = CThread::GetCurrentThread(); }).join();
-  });
-  thread.Start();
-  thread.Join();
-  EXPECT_EQ(&thread, seen);
-  EXPECT_EQ(nullptr, onStdThread);
 }
 
 TEST(ThreadTest, AutoDeletedThreadDeletesItselfAfterTheBody) {
@@ -215,20 +206,12 @@ TEST(ThreadTest, PrioritiesAreLevels) {
   EXPECT_EQ(-1, thread.GetPriority());  // read back from the running thread
   thread.SetPriority(-15);
   EXPECT_EQ(-15, thread.GetPriority());
-  try {
-    thread.SetPriority(5);
-    ADD_FAILURE() << "level 5 accepted";
-  } catch (const CWinSystemErrorException& e) {
-    EXPECT_STREQ("Failed to set the priority of the thread.", e.GetErrorDescription());
-  }
+  ExpectThrow<CWinSystemErrorException>([&] { thread.SetPriority(5); },
+                                        "Failed to set the priority of the thread.");
   CBodyThread badStart(body);
   badStart.SetPriority(3);
-  try {
-    badStart.Start();
-    ADD_FAILURE() << "level 3 accepted";
-  } catch (const CWinSystemErrorException& e) {
-    EXPECT_STREQ("Failed to set the initial priority of the thread.", e.GetErrorDescription());
-  }
+  ExpectThrow<CWinSystemErrorException>([&] { badStart.Start(); },
+                                        "Failed to set the initial priority of the thread.");
   release = true;
   thread.Join();
   badStart.Join();  // it runs, at its creator's priority
