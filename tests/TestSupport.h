@@ -10,11 +10,14 @@
 #endif
 
 #include <cstdio>
+#include <random>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "vesk/base/MemoryException.h"
+#include "vesk/base/String.h"
+#include "vesk/base/UnicodeString.h"
 #include "vesk/base/internal/StringPools.h"
 #include "vesk/platform/Memory.h"
 
@@ -80,7 +83,7 @@ void ExpectThrow(F op, const char* description, const char* source = nullptr) {
   }
 }
 
-// --- 16-bit text (unicode string tests) -------------------------------------
+// --- 16-bit text and string buffers (string and unicode string tests) -------
 
 /// 16-bit units as a standard string, for comparisons with readable output.
 typedef std::basic_string<unsigned short> Units;
@@ -88,6 +91,37 @@ typedef std::basic_string<unsigned short> Units;
 /// 16-bit text from a UTF-16 literal.
 inline const unsigned short* W(const char16_t* text) {
   return reinterpret_cast<const unsigned short*>(text);
+}
+
+/// Random 16-bit text of at least length units: ASCII, two- and three-byte
+/// characters and pairs, and with lone set unpaired surrogates too.
+inline Units RandomUtf16(std::mt19937& rng, std::size_t length, bool lone = false) {
+  Units text;
+  while (text.size() < length) {
+    unsigned int pick = rng() % (lone ? 6 : 5);
+    if (pick <= 1) {
+      text += static_cast<unsigned short>(0x20 + rng() % 0x5F);
+    } else if (pick == 2) {
+      text += static_cast<unsigned short>(0x80 + rng() % (rng() % 2 ? 0x780 : 0xD780));
+    } else if (pick == 3) {
+      text += static_cast<unsigned short>(0xD800 + rng() % 0x400);
+      text += static_cast<unsigned short>(0xDC00 + rng() % 0x400);
+    } else {
+      text += static_cast<unsigned short>(pick == 4 ? 0xE000 + rng() % 0x2000
+                                                    : 0xD800 + rng() % 0x800);
+    }
+  }
+  return text;
+}
+
+/// The header in front of a string's buffer (null for the shared empty one).
+inline const base::CStringData* Header(const base::CString& s) {
+  const char* text = s;
+  return *text ? reinterpret_cast<const base::CStringData*>(text) - 1 : nullptr;
+}
+inline const base::CUnicodeStringData* Header(const base::CUnicodeString& s) {
+  const unsigned short* text = s;
+  return *text ? reinterpret_cast<const base::CUnicodeStringData*>(text) - 1 : nullptr;
 }
 
 // --- other processes and descriptors (socket tests) ---------------------------
