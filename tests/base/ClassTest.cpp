@@ -30,23 +30,22 @@ const CClass* CUserThing::GetClass() const { return &m_classCUserThing; }
 
 }  // namespace
 
-TEST(ClassTest, LibraryDescriptorsAreRegisteredBeforeClientCode) {
-  EXPECT_EQ(&CException::m_classCException, g_foundAtStartup);
-}
-
 // Qualified names, bases and look-ups of the exception classes: ExceptionTest.
-TEST(ClassTest, NamesAndBases) {
+TEST(ClassTest, NamesBasesAndLookUps) {
+  EXPECT_EQ(&CException::m_classCException, g_foundAtStartup);
   EXPECT_STREQ("CObject", CObject::m_classCObject.GetName());
   EXPECT_EQ(nullptr, CException::m_classCException.GetQualifiedBaseClassName2());
-  EXPECT_EQ(&CObject::m_classCObject, CException::m_classCException.GetBaseClass1());
   EXPECT_EQ(nullptr, CObject::m_classCObject.GetBaseClass1());
   EXPECT_EQ(sizeof(CException), CException::m_classCException.GetSize());
-
   CClass noColon("NoColons", nullptr, nullptr, nullptr, 1, nullptr);
   EXPECT_STREQ("NoColons", noColon.GetName());
-}
-
-TEST(ClassTest, UnresolvedBaseIsRetriedOnLaterCalls) {
+  // By qualified name only, and by text, not by pointer.
+  EXPECT_EQ(nullptr, CClass::FindClass(nullptr));
+  EXPECT_EQ(nullptr, CClass::FindClass(""));
+  EXPECT_EQ(nullptr, CClass::FindClass("CException"));
+  std::string copy = "vesk::base::CTimeoutException";
+  EXPECT_EQ(&CTimeoutException::m_classCTimeoutException, CClass::FindClass(copy.c_str()));
+  // A base registered later is found by a later call.
   CClass child("test::CLateChild", "test::CLateParent", nullptr, nullptr, 1, nullptr);
   EXPECT_EQ(nullptr, child.GetBaseClass1());
   CClass parent("test::CLateParent", nullptr, nullptr, nullptr, 1, nullptr);
@@ -54,66 +53,45 @@ TEST(ClassTest, UnresolvedBaseIsRetriedOnLaterCalls) {
   EXPECT_TRUE(child.IsInstanceOf(&parent));
 }
 
-TEST(ClassTest, FindClassByQualifiedNameOnly) {
-  EXPECT_EQ(nullptr, CClass::FindClass(nullptr));
-  EXPECT_EQ(nullptr, CClass::FindClass(""));
-  EXPECT_EQ(nullptr, CClass::FindClass("CException"));
-  // A look-up by text, not by pointer: a copy of the name finds it too.
-  std::string copy = "vesk::base::CTimeoutException";
-  EXPECT_EQ(&CTimeoutException::m_classCTimeoutException, CClass::FindClass(copy.c_str()));
-}
-
-TEST(ClassTest, RegistryGaveUpItsIndexAtTheFirstRegistration) {
+// The registry gave up its index at the first registration; descriptors come
+// and go with their scope, and the most recent of one name wins.
+TEST(ClassTest, RegistryFollowsDescriptorsLifetimes) {
   CClassManager* manager = static_cast<CClassManager*>(CClassManager::GetInstance());
   ASSERT_NE(nullptr, manager);
   EXPECT_EQ(0u, manager->GetIndexMode());
   unsigned int before = manager->GetCount();
-  {
-    CClass temporary("test::CTemporary", nullptr, nullptr, nullptr, 1, nullptr);
-    EXPECT_EQ(before + 1, manager->GetCount());
-    EXPECT_EQ(&temporary, CClass::FindClass("test::CTemporary"));
-  }
-  EXPECT_EQ(before, manager->GetCount());
-  EXPECT_EQ(nullptr, CClass::FindClass("test::CTemporary"));
-}
-
-TEST(ClassTest, MostRecentlyRegisteredWinsForDuplicateNames) {
   CClass first("test::CDuplicate", nullptr, nullptr, nullptr, 1, nullptr);
   {
     CClass second("test::CDuplicate", nullptr, nullptr, nullptr, 2, nullptr);
+    EXPECT_EQ(before + 2, manager->GetCount());
     EXPECT_EQ(&second, CClass::FindClass("test::CDuplicate"));
   }
+  EXPECT_EQ(before + 1, manager->GetCount());
   EXPECT_EQ(&first, CClass::FindClass("test::CDuplicate"));
 }
 
-TEST(ClassTest, LibraryClassesCannotBeInstantiated) {
-  try {
-    CException::m_classCException.CreateNewInstance();
-    FAIL() << "no exception";
-  } catch (const CInstantiationException& e) {
-    EXPECT_STREQ("vesk/base/Class", e.GetSourceFile());
-    EXPECT_STREQ("Attempt to instantiate an interface or an abstract class.", e.GetErrorDescription());
-    EXPECT_EQ(nullptr, e.GetMessage());
-    EXPECT_STREQ("vesk::base::CException", static_cast<const char*>(e.GetClassName()));
-  }
-}
-
-TEST(ClassTest, FactoriesOfUserClassesAreUsed) {
+TEST(ClassTest, InstancesComeFromFactoriesOnly) {
   IClassManager* manager = CClassManager::GetInstance();
   CObject* made = manager->CreateInstance("test::CUserThing");
   ASSERT_NE(nullptr, made);
   EXPECT_EQ(&CUserThing::m_classCUserThing, made->GetClass());
   delete made;
   EXPECT_EQ(nullptr, manager->CreateInstance(static_cast<const CClass*>(nullptr)));
-
   CClass nothing("test::CNothing", nullptr, nullptr, nullptr, 1, &CUserThing::MakeNothing);
   EXPECT_THROW(nothing.CreateNewInstance(), CMemoryException);
-}
 
-TEST(ClassTest, UnknownClassNameThrowsClassNotFound) {
   try {
-    CClassManager::GetInstance()->CreateInstance("test::CMissing");
-    FAIL() << "no exception";
+    CException::m_classCException.CreateNewInstance();
+    ADD_FAILURE() << "no exception";
+  } catch (const CInstantiationException& e) {
+    EXPECT_STREQ("vesk/base/Class", e.GetSourceFile());
+    EXPECT_STREQ("Attempt to instantiate an interface or an abstract class.", e.GetErrorDescription());
+    EXPECT_EQ(nullptr, e.GetMessage());
+    EXPECT_STREQ("vesk::base::CException", static_cast<const char*>(e.GetClassName()));
+  }
+  try {
+    manager->CreateInstance("test::CMissing");
+    ADD_FAILURE() << "no exception";
   } catch (const CClassNotFoundException& e) {
     EXPECT_STREQ("vesk/base/ClassManager", e.GetSourceFile());
     EXPECT_STREQ("The specified class is not found.", e.GetErrorDescription());
