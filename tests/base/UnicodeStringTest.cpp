@@ -79,32 +79,25 @@ TEST(UnicodeString, BuffersComeFromTheirOwnPools) {
   EXPECT_EQ(live + 1, platform::LiveAllocations());
 }
 
+// Unlike the narrow string's, the empty string equals "" by Compare too.
 TEST(UnicodeString, EmptyComparesEqualToEmptyText) {
   CUnicodeString empty;
   CUnicodeString emptied(W(u"x"));
   emptied.Empty();
   for (const CUnicodeString* s : {&empty, &emptied}) {
-    EXPECT_EQ(0, s->Compare(""));
-    EXPECT_EQ(0, s->Compare(W(u"")));
+    EXPECT_EQ(0, s->Compare("") | s->Compare(W(u"")) | s->CompareIgnoreCase(""));
     EXPECT_EQ(0, s->Compare(static_cast<const char*>(nullptr)));
     EXPECT_EQ(0, s->Compare(static_cast<const unsigned short*>(nullptr)));
-    EXPECT_EQ(0, s->CompareIgnoreCase(""));
     EXPECT_EQ(-1, s->Compare("a"));
     EXPECT_EQ(-1, s->Compare(W(u"a")));
-    EXPECT_TRUE(*s == "");
-    EXPECT_TRUE(*s == W(u""));
-    EXPECT_TRUE(*s == CUnicodeString());
-    EXPECT_TRUE(*s < "a");
+    EXPECT_TRUE(*s == "" && *s == W(u"") && *s == CUnicodeString() && *s < "a" && *s <= "");
     EXPECT_FALSE(*s < "");
-    EXPECT_TRUE(*s <= "");
   }
   CUnicodeString a("a");
   EXPECT_EQ(1, a.Compare(""));
   EXPECT_EQ(1, a.Compare(static_cast<const char*>(nullptr)));
-  EXPECT_EQ(1, a.Compare(W(u"")));
   EXPECT_EQ(1, a.CompareIgnoreCase(static_cast<const unsigned short*>(nullptr)));
-  EXPECT_FALSE(a == "");
-  EXPECT_TRUE(a > CUnicodeString());
+  EXPECT_TRUE(!(a == "") && a > CUnicodeString());
 }
 
 TEST(UnicodeString, ComparesUnitByUnit) {
@@ -211,47 +204,39 @@ TEST(UnicodeString, MapsCaseAndReversesByCharacter) {
 }
 
 TEST(UnicodeString, ToUtf8CountsAndWritesByItsRules) {
-  char buffer[16];
-  std::memset(buffer, 'Z', sizeof buffer);
-  EXPECT_EQ(0, CUnicodeString().ToUTF8(buffer, sizeof buffer));
-  EXPECT_EQ(0, CUnicodeString().ToUTF8(buffer, -1));
-  EXPECT_EQ('Z', buffer[0]);  // not even a terminator
-
-  const unsigned short smiley[] = {0x0041, 0xD83D, 0xDE00, 0};
-  CUnicodeString a(smiley);
-  EXPECT_EQ(6, a.ToUTF8(nullptr, -1));
-  EXPECT_EQ(-1, a.ToUTF8(buffer, 5));
-  EXPECT_EQ('Z', buffer[0]);
-  EXPECT_EQ(5, a.ToUTF8(buffer, 6));
-  EXPECT_STREQ("A\xF0\x9F\x98\x80", buffer);
-
-  // A high surrogate before another unit: one '?' for both.
-  const unsigned short broken[] = {0xD800, 0x0041, 0};
-  EXPECT_EQ(2, CUnicodeString(broken).ToUTF8(nullptr, -1));
-  EXPECT_EQ(1, CUnicodeString(broken).ToUTF8(buffer, 2));
-  EXPECT_STREQ("?", buffer);
-  // The unit taken along may be the high half of a pair, whose low half
-  // is then written as a lone low surrogate.
-  const unsigned short twoHigh[] = {'x', 0xD800, 0xD801, 0xDC00, 0};
-  EXPECT_EQ(5, CUnicodeString(twoHigh).ToUTF8(buffer, sizeof buffer));
-  EXPECT_STREQ("x?\xED\xB0\x80", buffer);
-  const unsigned short lastHigh[] = {'x', 0xDBFF, 0};
-  EXPECT_EQ(2, CUnicodeString(lastHigh).ToUTF8(buffer, 3));
-  EXPECT_STREQ("x?", buffer);
-  // A lone low surrogate keeps its three-byte form.
-  const unsigned short lowOnly[] = {0xDC00, 'y', 0};
-  EXPECT_EQ(4, CUnicodeString(lowOnly).ToUTF8(buffer, 5));
-  EXPECT_STREQ("\xED\xB0\x80y", buffer);
-
-  std::memset(buffer, 'Z', sizeof buffer);
-  EXPECT_EQ(-1, CUnicodeString("ab").ToUTF8(buffer, 1));
-  EXPECT_EQ(-1, CUnicodeString("ab").ToUTF8(buffer, 2));
-  EXPECT_EQ(-1, CUnicodeString("ab").ToUTF8(buffer, 0));
-  EXPECT_EQ('Z', buffer[0]);
-  EXPECT_EQ(2, CUnicodeString("ab").ToUTF8(buffer, 3));
-
-  CString narrow = CUnicodeString(broken).ToUTF8();
-  EXPECT_STREQ("?", narrow);
+  struct Row {
+    Units units;
+    int size;
+    int result;
+    const char* text;  // null: nothing written, not even a terminator
+  } rows[] = {
+      {{}, 16, 0, nullptr},
+      {{}, -1, 0, nullptr},
+      {{'A', 0xD83D, 0xDE00}, 5, -1, nullptr},
+      {{'A', 0xD83D, 0xDE00}, 6, 5, "A\xF0\x9F\x98\x80"},
+      // A high surrogate before another unit: one '?' for both, even when
+      // that unit is the high half of a pair, whose low half is then alone.
+      {{0xD800, 'A'}, 2, 1, "?"},
+      {{'x', 0xD800, 0xD801, 0xDC00}, 16, 5, "x?\xED\xB0\x80"},
+      {{'x', 0xDBFF}, 3, 2, "x?"},
+      {{0xDC00, 'y'}, 5, 4, "\xED\xB0\x80y"},  // a lone low surrogate keeps its form
+      {{'a', 'b'}, 0, -1, nullptr},
+      {{'a', 'b'}, 2, -1, nullptr},
+      {{'a', 'b'}, 3, 2, "ab"},
+  };
+  for (const Row& row : rows) {
+    CUnicodeString s(row.units.c_str());
+    char buffer[16];
+    std::memset(buffer, 'Z', sizeof buffer);
+    EXPECT_EQ(row.result, s.ToUTF8(buffer, row.size)) << row.size;
+    if (row.text) {
+      EXPECT_STREQ(row.text, buffer);
+      EXPECT_EQ(row.result + 1, s.ToUTF8(nullptr, -1));
+      EXPECT_STREQ(row.text, s.ToUTF8());
+    } else {
+      EXPECT_EQ('Z', buffer[0]);
+    }
+  }
   EXPECT_TRUE(CUnicodeString().ToUTF8().IsEmpty());
 }
 
@@ -285,28 +270,26 @@ TEST(UnicodeString, ToUtf8MatchesIcuAndAgreesWithItsCount) {
 }
 
 TEST(UnicodeString, FromUtf8StopsAtTheFirstFault) {
+  struct Row {
+    std::string bytes;
+    int length;
+    Units units;
+  } rows[] = {
+      {"\x61\xC3\x28\x62", -1, {'a'}},
+      {"ab\xE2\x82", -1, {'a', 'b'}},             // cut off by the end
+      {"ab\xE2\x82\xAC" "cd", 4, {'a', 'b'}},     // cut off by the length
+      {"x\xC0\xAFy", -1, {'x'}},                  // overlong
+      {"x\xF4\x90\x80\x80y", -1, {'x'}},          // beyond U+10FFFF
+      {"x\x80y", -1, {'x'}},                      // continuation byte as lead
+      {std::string("xy\0z", 4), 4, {'x', 'y'}},  // a NUL ends the text
+      {"\xF0\x9D\x84\x9E\xED\xB0\x80", -1, {0xD834, 0xDD1E, 0xDC00}},
+      {"\xFF", -1, {}},
+  };
   CUnicodeString s;
-  s.FromUTF8("\x61\xC3\x28\x62", -1);
-  EXPECT_EQ(Units(W(u"a")), UnitsOf(s));
-  s.FromUTF8("ab\xE2\x82", -1);  // cut off by the end
-  EXPECT_EQ(Units(W(u"ab")), UnitsOf(s));
-  s.FromUTF8(
-      "ab\xE2\x82\xAC"
-      "cd",
-      4);  // cut off by the length
-  EXPECT_EQ(Units(W(u"ab")), UnitsOf(s));
-  s.FromUTF8("x\xC0\xAFy", -1);  // overlong
-  EXPECT_EQ(Units(W(u"x")), UnitsOf(s));
-  s.FromUTF8("x\xF4\x90\x80\x80y", -1);  // beyond U+10FFFF
-  EXPECT_EQ(Units(W(u"x")), UnitsOf(s));
-  s.FromUTF8("x\x80y", -1);  // continuation byte as lead
-  EXPECT_EQ(Units(W(u"x")), UnitsOf(s));
-  s.FromUTF8("xy\0z", 4);  // a NUL ends the text
-  EXPECT_EQ(Units(W(u"xy")), UnitsOf(s));
-  s.FromUTF8("\xF0\x9D\x84\x9E\xED\xB0\x80", -1);
-  EXPECT_EQ(UnitsOf({0xD834, 0xDD1E, 0xDC00}), UnitsOf(s));
-  s.FromUTF8("\xFF", -1);
-  EXPECT_TRUE(s.IsEmpty());
+  for (const Row& row : rows) {
+    s.FromUTF8(row.bytes.c_str(), row.length);
+    EXPECT_EQ(row.units, UnitsOf(s)) << row.bytes;
+  }
   s.FromUTF8(nullptr, 5);
   EXPECT_TRUE(s.IsEmpty());
   // A shared buffer is left to its other owners.
