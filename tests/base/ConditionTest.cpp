@@ -96,35 +96,22 @@ class Waiters {
   std::vector<std::thread> m_threads;
 };
 
-TEST(ConditionTest, NotifyWakesOneWaiter) {
+// Notify wakes one waiter; NotifyAll wakes only those waiting at the time:
+// a thread that starts waiting after the call times out although the
+// released waiters are still on their way out.
+TEST(ConditionTest, NotifyWakesOneAndNotifyAllThoseWaiting) {
   CLock lock;
   CCondition condition(lock);
   Waiters waiters(lock, condition);
-  waiters.Start(3);
+  waiters.Start(4);
   lock.Acquire();
   condition.Notify();
   lock.Release();
   AwaitAtLeast(waiters.m_woken, 1);
   std::this_thread::sleep_for(milliseconds(30));
   EXPECT_EQ(waiters.m_woken.load(), 1);
-
-  lock.Acquire();
-  condition.Notify();
-  condition.Notify();
-  lock.Release();
-  waiters.Join();
-  EXPECT_EQ(waiters.m_woken.load(), 3);
-}
-
-TEST(ConditionTest, NotifyAllWakesOnlyThoseWaitingAtTheTime) {
-  CLock lock;
-  CCondition condition(lock);
-  Waiters waiters(lock, condition);
-  waiters.Start(4);
   lock.Acquire();
   condition.NotifyAll();
-  // This thread starts waiting after the call: it must time out although
-  // the released waiters are still on their way out.
   EXPECT_FALSE(condition.Wait(50));
   lock.Release();
   waiters.Join();
@@ -155,43 +142,35 @@ TEST(ConditionTest, FailuresAreReportedAndUndone) {
 // A bounded queue with two conditions; consumers mix timed waits (that time
 // out now and then, exercising the give-up path) with notified wake-ups.
 TEST(ConditionTest, ProducersAndConsumersStress) {
-  const int kProducers = 3;
-  const int kConsumers = 3;
+  const int kThreads = 3;  // producers, and as many consumers
   const int kItems = 2000;
-  const size_t kCapacity = 4;
   CLock lock;
   CCondition notEmpty(lock);
   CCondition notFull(lock);
   std::deque<int> queue;
-  int producersLeft = kProducers;
+  int producersLeft = kThreads;
   long long consumedSum = 0;
   int consumedCount = 0;
-
   std::vector<std::thread> threads;
-  for (int p = 0; p < kProducers; ++p) {
+  for (int p = 0; p < kThreads; ++p) {
     threads.emplace_back([&, p] {
-      for (int i = 1; i <= kItems; ++i) {
+      for (int i = 1; i <= kItems + 1; ++i) {  // the last round signs off
         lock.Acquire();
-        while (queue.size() == kCapacity) notFull.Wait();
-        queue.push_back(p * kItems + i);
-        if (i % 7 == 0) {
+        while (i <= kItems && queue.size() == 4) notFull.Wait();
+        if (i <= kItems) queue.push_back(p * kItems + i);
+        producersLeft -= i > kItems;
+        if (i % 7 == 0 || i > kItems) {
           notEmpty.NotifyAll();
         } else {
           notEmpty.Notify();
         }
         lock.Release();
       }
-      lock.Acquire();
-      --producersLeft;
-      notEmpty.NotifyAll();
-      lock.Release();
     });
-  }
-  for (int c = 0; c < kConsumers; ++c) {
-    threads.emplace_back([&, c] {
+    threads.emplace_back([&, p] {
       lock.Acquire();
       for (;;) {
-        while (queue.empty() && producersLeft > 0) notEmpty.Wait(c == 0 ? 1 : 5);
+        while (queue.empty() && producersLeft > 0) notEmpty.Wait(p == 0 ? 1 : 5);
         if (queue.empty()) break;
         consumedSum += queue.front();
         ++consumedCount;
@@ -202,8 +181,7 @@ TEST(ConditionTest, ProducersAndConsumersStress) {
     });
   }
   for (auto& thread : threads) thread.join();
-
-  const long long n = kProducers * kItems;
+  const long long n = kThreads * kItems;
   EXPECT_EQ(consumedCount, n);
   EXPECT_EQ(consumedSum, n * (n + 1) / 2);
 }
