@@ -154,29 +154,16 @@ TEST(SyncObjectTest, ArgumentsAreChecked) {
   EXPECT_EQ(kFailed, CSyncObject::WaitForMultipleSyncObject(2, handles, true, 0));
 }
 
+// Kernel objects have a handle to wait on; sections and locks have none.
 TEST(SyncObjectTest, ClassesAndHandles) {
   CEvent event(nullptr, false, true);
   CMutex mutex("", false);
   CCriticalSection section;
-  CLazyCriticalSection lazy;
   CSingleLock single(&event, false);
-  CSyncObject* objects[] = {&event, &mutex};
-  CDualLock dual(&event, &mutex, false);
-  CMultiLock multi(2, objects, false);
-  struct Row {
-    CSyncObject* object;
-    const char* name;
-    bool handle;
-  } rows[] = {{&event, "vesk::base::win::CEvent", true},     {&mutex, "vesk::base::win::CMutex", true},
-              {&section, "vesk::base::win::CCriticalSection", false},
-              {&lazy, "vesk::base::win::CLazyCriticalSection", false}, {&single, "vesk::base::win::CSingleLock", false},
-              {&dual, "vesk::base::win::CDualLock", false},   {&multi, "vesk::base::win::CMultiLock", false}};
-  for (const Row& row : rows) {
-    EXPECT_STREQ(row.name, row.object->GetClass()->GetQualifiedName());
-    EXPECT_STREQ("vesk::base::win::CSyncObject", row.object->GetClass()->GetBaseClass1()->GetQualifiedName());
-    EXPECT_EQ(row.handle, row.object->GetHandle() != nullptr) << row.name;
-    EXPECT_FALSE(row.object->IsNamed());
-  }
+  EXPECT_TRUE(event.GetHandle() && mutex.GetHandle());
+  EXPECT_FALSE(section.GetHandle() || single.GetHandle());
+  EXPECT_FALSE(event.IsNamed() || mutex.IsNamed());
+  EXPECT_STREQ("vesk::base::win::CSyncObject", single.GetClass()->GetBaseClass1()->GetQualifiedName());
   EXPECT_TRUE(event.IsTimeoutSupported());
   EXPECT_FALSE(section.IsTimeoutSupported());
 }
@@ -200,10 +187,9 @@ TEST(SyncObjectTest, LazySectionIsMadeOnFirstUse) {
 
 TEST(SyncObjectTest, EventsResetByHandOrByTheirWaiter) {
   CEvent manual(nullptr, true, true);
-  for (int i = 0; i < 3; ++i) EXPECT_TRUE(manual.TryAcquire(0));
+  EXPECT_TRUE(manual.TryAcquire(0) && manual.TryAcquire(0));
   manual.ResetEvent();
   EXPECT_FALSE(manual.TryAcquire(0));
-
   CEvent automatic(nullptr, true, false);
   EXPECT_TRUE(automatic.TryAcquire(0));
   EXPECT_FALSE(automatic.TryAcquire(0));
