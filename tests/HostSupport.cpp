@@ -73,13 +73,6 @@ void* HoldFile(const char* path) {
 
 void ReleaseFile(void* held) { CloseHandle(held); }
 
-bool NamedSemaphoreExists(const char* name) {
-  HANDLE semaphore = OpenSemaphoreA(SYNCHRONIZE, FALSE, name);
-  if (!semaphore) return false;
-  CloseHandle(semaphore);
-  return true;
-}
-
 bool NamedObjectExists(const char* name) {
   HANDLE mutex = CreateMutexA(nullptr, FALSE, name);
   DWORD error = GetLastError();

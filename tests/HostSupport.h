@@ -31,8 +31,6 @@ bool UnloadModule(void* module);
 /// ReleaseFile; null when it cannot. (Windows only.)
 void* HoldFile(const char* path);
 void ReleaseFile(void* held);
-/// Whether a named semaphore of that name exists now. (Windows only.)
-bool NamedSemaphoreExists(const char* name);
 /// Whether a named kernel object (mutex, event, semaphore) of that name
 /// exists now. (Windows only.)
 bool NamedObjectExists(const char* name);

@@ -41,7 +41,7 @@ class ScopedName {
                    std::to_string(vesk_test::ProcessId())) {}
   const char* c_str() const { return m_name.c_str(); }
 #if defined(_WIN32)
-  bool Exists() const { return vesk_test::NamedSemaphoreExists(m_name.c_str()); }
+  bool Exists() const { return vesk_test::NamedObjectExists(m_name.c_str()); }
 #else
   ~ScopedName() { sem_unlink(m_hostName.c_str()); }
   // Whether the host has a semaphore of this name now.
