@@ -308,14 +308,6 @@ TEST(String, SearchesStepOverWholeUtf8Characters) {
   EXPECT_STREQ("\u00e9\u00e9", utf);
 }
 
-TEST(String, ConstructionWithCountStopsAtNul) {
-  EXPECT_STREQ("ab", CString("ab\0cd", 5));
-  CString t("abcdef", 3);
-  EXPECT_STREQ("abc", t);
-  t.Set("xyz", 2);
-  EXPECT_STREQ("xy", t);
-}
-
 TEST(String, FromSixteenBitTextSizedByConvertedLength) {
   const unsigned short euros[] = {kEuro, kEuro, kEuro, 0};
   CString s(euros);
@@ -334,7 +326,7 @@ TEST(String, FromSixteenBitTextSizedByConvertedLength) {
   EXPECT_TRUE(assigned.IsEmpty());
 }
 
-TEST(String, ConcatenationAndAppend) {
+TEST(String, ConcatenationAppendAndOwnText) {
   CString a("foo"), b("bar");
   EXPECT_STREQ("foobar", a + b);
   EXPECT_STREQ("foobaz", a + "baz");
@@ -346,19 +338,20 @@ TEST(String, ConcatenationAndAppend) {
   s += CString("y");
   s += "";
   EXPECT_STREQ("xy", s);
-  // Appending a string to itself, and a tail of itself, across a regrowth.
+  // A count stops at a NUL among the bytes.
+  EXPECT_STREQ("ab", CString("ab\0cd", 5));
+  s.Set("xyz", 2);
+  EXPECT_STREQ("xy", s);
+  // Appending a string to itself, and a tail of itself, across a regrowth;
+  // assigning a tail of its own text, shared or not.
   CString self(std::string(40, 'a').c_str());
   self += self;
   EXPECT_EQ(std::string(80, 'a'), static_cast<const char*>(self));
   CString tail("0123456789");
   tail += static_cast<const char*>(tail) + 5;
   EXPECT_STREQ("012345678956789", tail);
-}
-
-TEST(String, AssignFromOwnText) {
-  CString s("abcdef");
-  s = static_cast<const char*>(s) + 2;
-  EXPECT_STREQ("cdef", s);
+  tail = static_cast<const char*>(tail) + 10;
+  EXPECT_STREQ("56789", tail);
   CString big(std::string(2000, 'z').c_str());
   CString copy(big);
   big = static_cast<const char*>(big) + 1990;
