@@ -46,25 +46,6 @@ TEST(FixBlockAllocator, FirstAllocationGrowsByFourAndKeepsThree) {
   EXPECT_EQ(live, platform::LiveAllocations());
 }
 
-TEST(FixBlockAllocator, DrainingEightKeepsAReserveOfFour) {
-  CFixBlockAllocator pool(76, 4);
-  long live = platform::LiveAllocations();
-  std::vector<void*> blocks;
-  for (int i = 0; i < 8; ++i) blocks.push_back(pool.Allocate());
-  EXPECT_EQ(8u, pool.GetUsedCount());
-  EXPECT_EQ(0u, pool.GetFreeCount());
-  // Free counts after each free: no trimming while 70 % or more are in use
-  // or the reserve is at most the grow count; then back to 4 each time.
-  const unsigned int expectedFree[8] = {1, 2, 3, 4, 4, 4, 4, 4};
-  for (int i = 0; i < 8; ++i) {
-    pool.Free(blocks[i]);
-    EXPECT_EQ(expectedFree[i], pool.GetFreeCount()) << "after free " << i + 1;
-    EXPECT_EQ(static_cast<unsigned int>(7 - i), pool.GetUsedCount());
-    EXPECT_EQ(static_cast<long>(pool.GetFreeCount() + pool.GetUsedCount()),
-              platform::LiveAllocations() - live);
-  }
-}
-
 TEST(FixBlockAllocator, ShrinkReleasesHalfTheExcessInSinglePrecision) {
   CFixBlockAllocator pool(16, 4);
   long live = platform::LiveAllocations();
@@ -77,12 +58,15 @@ TEST(FixBlockAllocator, ShrinkReleasesHalfTheExcessInSinglePrecision) {
   pool.Free(blocks[12]);
   EXPECT_EQ(8u, pool.GetFreeCount());
   EXPECT_EQ(27u, pool.GetUsedCount());
-  // Then the reserve rises by one per free until the next trim halves the excess.
+  // Then the reserve rises by one per free until the next trim halves the
+  // excess; the heap holds exactly the pool's blocks throughout.
   const unsigned int expectedFree[27] = {9, 10, 7, 8, 9, 7, 8, 6, 7, 6, 5, 6, 5, 5,
                                          5, 5,  5, 5, 5, 5, 5, 5, 5, 5, 5, 5, 5};
   for (int i = 13; i < 40; ++i) {
     pool.Free(blocks[i]);
     EXPECT_EQ(expectedFree[i - 13], pool.GetFreeCount()) << "after free " << i + 1;
+    EXPECT_EQ(static_cast<long>(pool.GetFreeCount() + pool.GetUsedCount()),
+              platform::LiveAllocations() - live);
   }
   EXPECT_EQ(0u, pool.GetUsedCount());
   EXPECT_EQ(static_cast<long>(pool.GetFreeCount()), platform::LiveAllocations() - live);
