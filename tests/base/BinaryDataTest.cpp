@@ -248,31 +248,26 @@ TEST(BinHex, EncodesUpperCaseHighNibbleFirst) {
   EXPECT_TRUE(CBinaryData().ToBinHexUnicodeString().IsEmpty());
 }
 
+// The six forms: narrow and 16-bit, each as a string, a terminated text and
+// a text with a length.
+void ParseBinHexForm(int form, const char* t, char*& d, unsigned int& n) {
+  std::u16string w = U16(t);
+  unsigned int length = static_cast<unsigned int>(w.size());
+  switch (form) {
+    case 0: return CBinaryData::ParseBinHexString(CString(t), d, n);
+    case 1: return CBinaryData::ParseBinHexString(t, d, n);
+    case 2: return CBinaryData::ParseBinHexString(t, length, d, n);
+    case 3: return CBinaryData::ParseBinHexUnicodeString(CUnicodeString(P16(w)), d, n);
+    case 4: return CBinaryData::ParseBinHexUnicodeString(P16(w), d, n);
+    default: return CBinaryData::ParseBinHexUnicodeString(P16(w), length, d, n);
+  }
+}
+
 TEST(BinHex, DecodesEveryForm) {
-  using Decoder = std::function<void(const char*, char*&, unsigned int&)>;
-  std::vector<Decoder> decoders = {
-      [](const char* t, char*& d, unsigned int& n) {
-        CBinaryData::ParseBinHexString(CString(t), d, n);
-      },
-      [](const char* t, char*& d, unsigned int& n) { CBinaryData::ParseBinHexString(t, d, n); },
-      [](const char* t, char*& d, unsigned int& n) {
-        CBinaryData::ParseBinHexString(t, static_cast<unsigned int>(std::strlen(t)), d, n);
-      },
-      [](const char* t, char*& d, unsigned int& n) {
-        CBinaryData::ParseBinHexUnicodeString(CUnicodeString(P16(U16(t))), d, n);
-      },
-      [](const char* t, char*& d, unsigned int& n) {
-        CBinaryData::ParseBinHexUnicodeString(P16(U16(t)), d, n);
-      },
-      [](const char* t, char*& d, unsigned int& n) {
-        std::u16string s = U16(t);
-        CBinaryData::ParseBinHexUnicodeString(P16(s), static_cast<unsigned int>(s.size()), d, n);
-      },
-  };
-  for (size_t i = 0; i < decoders.size(); ++i) {
-    SCOPED_TRACE("decoder " + std::to_string(i));
+  for (int i = 0; i < 6; ++i) {
+    SCOPED_TRACE("form " + std::to_string(i));
     auto on = [&](const char* text) -> Decode {
-      return [&, text](char*& d, unsigned int& n) { decoders[i](text, d, n); };
+      return [i, text](char*& d, unsigned int& n) { ParseBinHexForm(i, text, d, n); };
     };
     unsigned int length = 0;
     EXPECT_EQ(Decoded(on("0AFF9C"), length), "\x0A\xFF\x9C");
