@@ -177,31 +177,23 @@ unsigned long FileNotFoundCode() {
 
 std::string ReferenceUtf8(const unsigned short* text, std::size_t n, char sub) {
 #if defined(_WIN32)
-  // The system converter turns unpaired surrogates into U+FFFD: convert the
-  // well-formed runs and put sub between them.
+  // The system converter turns unpaired surrogates into U+FFFD: it is handed
+  // one character at a time, and sub stands for each unpaired surrogate.
   std::string out;
-  std::size_t start = 0;
-  auto flush = [&](std::size_t end) {
-    if (end == start) return;
-    const wchar_t* run = reinterpret_cast<const wchar_t*>(text + start);
-    int count = static_cast<int>(end - start);
-    int bytes = WideCharToMultiByte(CP_UTF8, 0, run, count, nullptr, 0, nullptr, nullptr);
-    std::string part(static_cast<std::size_t>(bytes), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, run, count, &part[0], bytes, nullptr, nullptr);
-    out += part;
-  };
   for (std::size_t i = 0; i < n; ++i) {
     bool high = text[i] >= 0xD800 && text[i] <= 0xDBFF;
     bool low = text[i] >= 0xDC00 && text[i] <= 0xDFFF;
-    if (high && i + 1 < n && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
-      ++i;
-    } else if (high || low) {
-      flush(i);
+    int count = high && i + 1 < n && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF ? 2 : 1;
+    if ((high || low) && count == 1) {
       out += sub;
-      start = i + 1;
+      continue;
     }
+    char bytes[8];
+    int k = WideCharToMultiByte(CP_UTF8, 0, reinterpret_cast<const wchar_t*>(text + i), count,
+                                bytes, sizeof bytes, nullptr, nullptr);
+    out.append(bytes, static_cast<std::size_t>(k > 0 ? k : 0));
+    i += static_cast<std::size_t>(count - 1);
   }
-  flush(n);
   return out;
 #else
   std::string out(n * 3 + 1, '\0');

@@ -57,8 +57,14 @@ void ExpectSettles(long before) {
   EXPECT_EQ(before, vesk::testing::Outstanding());
 }
 
-TEST(ThreadTest, NotStartedThreadRefusesJoinAndDestroy) {
-  CBodyThread thread([](CBodyThread&) {});
+TEST(ThreadTest, JoinWaitsForTheStartedBodyAndCanBeRepeated) {
+  std::atomic<bool> release{false};
+  CBodyThread thread([&](CBodyThread&) {
+    while (!release) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  });
+  CBodyThread other([](CBodyThread&) {});
+  EXPECT_TRUE(thread == thread && thread != other);
+  // Not started yet: no Join and no Destroy.
   EXPECT_FALSE(thread.IsAlive());
   EXPECT_EQ(0, thread.GetPriority());
   std::function<void()> calls[] = {[&] { thread.Join(); }, [&] { thread.Join(5); }, [&] { thread.Destroy(); }};
@@ -66,16 +72,6 @@ TEST(ThreadTest, NotStartedThreadRefusesJoinAndDestroy) {
     ExpectThrow<CIllegalStateException>(call, "Thread hasn't been started yet.",
                                         "vesk/base/win/WinThreadImpl");
   }
-}
-
-TEST(ThreadTest, JoinWaitsForTheBodyAndCanBeRepeated) {
-  std::atomic<bool> release{false};
-  CBodyThread thread([&](CBodyThread&) {
-    while (!release) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  });
-  CBodyThread other([](CBodyThread&) {});
-  EXPECT_TRUE(thread == thread);
-  EXPECT_TRUE(thread != other);
   thread.Start();
   EXPECT_TRUE(thread.IsAlive());
   EXPECT_FALSE(thread.Join(0));
