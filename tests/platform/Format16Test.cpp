@@ -41,24 +41,21 @@ Units Narrow(const char* format, ...) {
   return out;
 }
 
+// The same directives and arguments through the narrow printf and here.
+#define EXPECT_AS_PRINTF(format, ...) \
+  EXPECT_EQ(Narrow(format, __VA_ARGS__), Format(u"" format, __VA_ARGS__))
+
 TEST(Format16, NumbersMatchTheNarrowPrintf) {
-  EXPECT_EQ(Narrow("%d|%5d|%-5d|%05d|%+d|% d", -7, 42, 42, 42, 3, 3),
-            Format(u"%d|%5d|%-5d|%05d|%+d|% d", -7, 42, 42, 42, 3, 3));
-  EXPECT_EQ(Narrow("%u|%x|%X|%#o|%#x|%.3d", 4000000000u, 255u, 255u, 8u, 0u, 5),
-            Format(u"%u|%x|%X|%#o|%#x|%.3d", 4000000000u, 255u, 255u, 8u, 0u, 5));
-  EXPECT_EQ(Narrow("%ld|%lld|%llu|%zu|%hd|%hhu", -5L, -6LL, 7ULL, std::size_t{8}, 70000, 300),
-            Format(u"%ld|%lld|%llu|%zu|%hd|%hhu", -5L, -6LL, 7ULL, std::size_t{8}, 70000, 300));
+  EXPECT_AS_PRINTF("%d|%5d|%-5d|%05d|%+d|% d", -7, 42, 42, 42, 3, 3);
+  EXPECT_AS_PRINTF("%u|%x|%X|%#o|%#x|%.3d", 4000000000u, 255u, 255u, 8u, 0u, 5);
+  EXPECT_AS_PRINTF("%ld|%lld|%llu|%zu|%hd|%hhu", -5L, -6LL, 7ULL, std::size_t{8}, 70000, 300);
   EXPECT_EQ(Narrow("%lld|%d", 1LL << 40, 9), Format(u"%I64d|%I32d", 1LL << 40, 9));
-  EXPECT_EQ(Narrow("%f|%.2f|%10.3e|%g|%G|%a", 3.5, 2.675, 12345.678, 1e-10, 1e20, 1.0),
-            Format(u"%f|%.2f|%10.3e|%g|%G|%a", 3.5, 2.675, 12345.678, 1e-10, 1e20, 1.0));
-  EXPECT_EQ(Narrow("%Lf", 1.25L), Format(u"%Lf", 1.25L));
-  EXPECT_EQ(Narrow("%*d|%-*d|%.*f", 6, 1, 4, 2, 2, 0.125),
-            Format(u"%*d|%-*d|%.*f", 6, 1, 4, 2, 2, 0.125));
-  EXPECT_EQ(Narrow("%*d|", -6, 1), Format(u"%*d|", -6, 1));
+  EXPECT_AS_PRINTF("%f|%.2f|%10.3e|%g|%G|%a", 3.5, 2.675, 12345.678, 1e-10, 1e20, 1.0);
+  EXPECT_AS_PRINTF("%Lf", 1.25L);
+  EXPECT_AS_PRINTF("%*d|%-*d|%.*f|%*d|", 6, 1, 4, 2, 2, 0.125, -6, 1);
   int x = 0;
-  EXPECT_EQ(Narrow("%p", static_cast<void*>(&x)), Format(u"%p", static_cast<void*>(&x)));
-  // A conversion longer than the formatter's own small buffer.
-  EXPECT_EQ(Narrow("%.300f", 1.0), Format(u"%.300f", 1.0));
+  EXPECT_AS_PRINTF("%p", static_cast<void*>(&x));
+  EXPECT_AS_PRINTF("%.300f", 1.0);  // longer than the formatter's own small buffer
 }
 
 TEST(Format16, TextTakesSixteenBitAndNarrowStrings) {
