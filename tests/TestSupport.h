@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <random>
 #include <string>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -66,6 +67,19 @@ int FailEachAllocationInTurn(Op op) {
   }
   ADD_FAILURE() << "still failing after 200 allocations";
   return failures;
+}
+
+// --- locks and synchronisation objects (lock, condition and sync tests) ----
+
+/// Whether another thread could take lock at once (what it took is given back).
+template <class Lockable>
+bool FreeForOthers(Lockable& lock) {
+  bool took = false;
+  std::thread([&] {
+    took = lock.TryAcquire(0);
+    if (took) lock.Release();
+  }).join();
+  return took;
 }
 
 // --- expected exceptions (stream, collection and text tests) ----------------

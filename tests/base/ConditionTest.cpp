@@ -18,22 +18,12 @@ using namespace vesk::base;
 using vesk::platform::FailAllocationAt;
 using vesk::platform::LiveAllocations;
 using vesk::testing::ExpectThrow;
+using vesk::testing::FreeForOthers;
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
-
-// Whether another thread could take the lock right now.
-bool FreeForOthers(ILockable_& lock) {
-  bool acquired = false;
-  std::thread other([&] {
-    acquired = lock.TryAcquire(0);
-    if (acquired) lock.Release();
-  });
-  other.join();
-  return acquired;
-}
 
 // Waits (without the lock) until value reaches at least target.
 void AwaitAtLeast(const std::atomic<int>& value, int target) {

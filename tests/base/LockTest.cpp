@@ -19,17 +19,11 @@ using namespace vesk::base;
 using vesk::platform::FailAllocationAt;
 using vesk::platform::LiveAllocations;
 using vesk::testing::ExpectThrow;
+using vesk::testing::FreeForOthers;
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-// Runs body on another thread and waits for it.
-template <typename F>
-void OnOtherThread(F body) {
-  std::thread thread(body);
-  thread.join();
-}
 
 template <typename T>
 class OwnedLockTest : public ::testing::Test {};
@@ -47,17 +41,12 @@ TYPED_TEST(OwnedLockTest, TryAcquireNeverWaitsAndOwnerReenters) {
   for (unsigned int timeout : {0u, 500u, 0xFFFFFFFFu}) {
     bool acquired = true;
     auto start = Clock::now();
-    OnOtherThread([&] { acquired = lock.TryAcquire(timeout); });
+    std::thread([&] { acquired = lock.TryAcquire(timeout); }).join();
     EXPECT_FALSE(acquired) << timeout;
     EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(400)) << timeout;
   }
   lock.Release();
-  bool acquired = false;
-  OnOtherThread([&] {
-    acquired = lock.TryAcquire(0);
-    if (acquired) lock.Release();
-  });
-  EXPECT_TRUE(acquired);
+  EXPECT_TRUE(FreeForOthers(lock));
 }
 
 // Plain (non-atomic) updates that only stay exact under mutual exclusion; the

@@ -32,6 +32,7 @@
 using namespace vesk::base;
 using namespace vesk::base::win;
 using vesk::testing::ExpectThrow;
+using vesk::testing::FreeForOthers;
 
 namespace {
 
@@ -59,17 +60,6 @@ struct Name {
   }
   std::string text;
 };
-
-// Whether another thread could take object at once (what it took is given
-// back).
-bool FreeForOthers(CSyncObject& object) {
-  bool took = false;
-  std::thread([&] {
-    took = object.TryAcquire(0);
-    if (took) object.Release();
-  }).join();
-  return took;
-}
 
 using vesk_test::ThreadCpuMs;
 
