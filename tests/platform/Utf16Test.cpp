@@ -114,29 +114,17 @@ TEST(Utf16, FromUtf8ReplacesEachMalformedByte) {
   EXPECT_EQ(2u, platform::Utf8ToUtf16("ab\0cd", 2, nullptr, 0));
 }
 
-// UTF-16 -> UTF-8 agrees with ICU (substituting '?'), and comes back
-// unchanged when there was no unpaired surrogate.
+// UTF-16 -> UTF-8 -> UTF-16 agrees with the reference converters (ICU, or
+// the system's on Windows), substituting '?'.
 TEST(Utf16, RandomRoundTripsAgainstIcu) {
   std::mt19937 rng(2024);
   for (int round = 0; round < 3000; ++round) {
     U16 text = RandomUtf16(rng, rng() % 20, true);
     std::string mine = ToUtf8(text);
     ASSERT_EQ(vesk_test::ReferenceUtf8(text.data(), text.size()), mine);
-    U16 back = ToUtf16(mine);
-    // Every unpaired surrogate came back as '?', everything else unchanged.
-    U16 expected;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      unsigned short u = text[i];
-      bool high = u >= 0xD800 && u <= 0xDBFF;
-      bool low = u >= 0xDC00 && u <= 0xDFFF;
-      if (high && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
-        expected += u;
-        expected += text[++i];
-      } else {
-        expected += (high || low) ? static_cast<unsigned short>('?') : u;
-      }
-    }
-    ASSERT_EQ(expected, back);
+    // Every unpaired surrogate comes back as '?', everything else unchanged.
+    std::u16string expected = vesk_test::ReferenceUtf16(mine.c_str());
+    ASSERT_EQ(U16(expected.begin(), expected.end()), ToUtf16(mine));
   }
 }
 
