@@ -241,7 +241,8 @@ TYPED_TEST(StringKinds, CopiesShareUntilAnEdit) {
       [](TypeParam& s) { s.Replace('e', 'E'); }, [](TypeParam& s) { s.Replace("Case", "Longer"); },
       [](TypeParam& s) { s.Remove('x'); },       [](TypeParam& s) { s.Insert(3, 'z'); },
       [](TypeParam& s) { s.Insert(3, "zz"); },   [](TypeParam& s) { s.Delete(0, 4); },
-      [](TypeParam& s) { s = "other"; },         [](TypeParam& s) { s.Empty(); },
+      [](TypeParam& s) { s.TrimRight(" t"); },   [](TypeParam& s) { s.Empty(); },
+      [](TypeParam& s) { s = "other"; },
   };
   for (auto edit : edits) {
     TypeParam copy(original);
