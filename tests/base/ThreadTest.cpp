@@ -57,14 +57,25 @@ void ExpectSettles(long before) {
   EXPECT_EQ(before, vesk::testing::Outstanding());
 }
 
-TEST(ThreadTest, JoinWaitsForTheStartedBodyAndCanBeRepeated) {
-  std::atomic<bool> release{false};
-  CBodyThread thread([&](CBodyThread&) {
-    while (!release) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+// One thread through its life: refused before Start; Join waits, with a
+// time-out, and can be repeated; Stop wakes a body in Wait and stays set; the
+// body is the current thread (a std::thread it starts is none).
+TEST(ThreadTest, JoinStopAndTheCurrentThread) {
+  EXPECT_EQ(nullptr, CThread::GetCurrentThread());
+  std::atomic<bool> waiting{false};
+  bool timedOut = false, woken = false, stopped = false;
+  CThread* seen = nullptr;
+  CThread* onStdThread = reinterpret_cast<CThread*>(1);
+  CBodyThread thread([&](CBodyThread& self) {
+    seen = CThread::GetCurrentThread();
+    std::thread([&] { onStdThread = CThread::GetCurrentThread(); }).join();
+    timedOut = !self.Wait(20);
+    waiting = true;
+    woken = self.Wait(0xFFFFFFFFu);
+    stopped = self.IsStopped() && self.IsStopped();
   });
   CBodyThread other([](CBodyThread&) {});
   EXPECT_TRUE(thread == thread && thread != other);
-  // Not started yet: no Join and no Destroy.
   EXPECT_FALSE(thread.IsAlive());
   EXPECT_EQ(0, thread.GetPriority());
   std::function<void()> calls[] = {[&] { thread.Join(); }, [&] { thread.Join(5); }, [&] { thread.Destroy(); }};
@@ -75,45 +86,18 @@ TEST(ThreadTest, JoinWaitsForTheStartedBodyAndCanBeRepeated) {
   thread.Start();
   EXPECT_TRUE(thread.IsAlive());
   EXPECT_FALSE(thread.Join(0));
+  while (!waiting) std::this_thread::sleep_for(std::chrono::milliseconds(1));
   auto start = Clock::now();
   EXPECT_FALSE(thread.Join(40));
   EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(40));
-  release = true;
-  thread.Join();
-  EXPECT_TRUE(thread.Join(0));
-  EXPECT_TRUE(thread.Join(0xFFFFFFFFu));
-  EXPECT_FALSE(thread.IsAlive());
-  thread.Destroy();  // an ended thread is left alone
-}
-
-// Stop wakes a body in Wait and stays set; the body is the current thread
-// (a std::thread it starts is none).
-TEST(ThreadTest, StopWakesWaitAndStaysSet) {
-  EXPECT_EQ(nullptr, CThread::GetCurrentThread());
-  std::atomic<int> timedOut{-1};
-  std::atomic<bool> waiting{false};
-  bool woken = false;
-  bool stopped = false;
-  CThread* seen = nullptr;
-  CThread* onStdThread = reinterpret_cast<CThread*>(1);
-  CBodyThread thread([&](CBodyThread& self) {
-    seen = CThread::GetCurrentThread();
-    std::thread([&] { onStdThread = CThread::GetCurrentThread(); }).join();
-    timedOut = self.Wait(20) ? 0 : 1;
-    waiting = true;
-    woken = self.Wait(0xFFFFFFFFu);
-    stopped = self.IsStopped() && self.IsStopped();
-  });
-  thread.Start();
-  while (!waiting) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  auto start = Clock::now();
+  start = Clock::now();
   thread.Stop();
   EXPECT_TRUE(thread.Join(2000));
   EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(500));
-  EXPECT_EQ(1, timedOut.load());
-  EXPECT_TRUE(woken);
-  EXPECT_TRUE(stopped);
+  EXPECT_TRUE(thread.Join(0) && thread.Join(0xFFFFFFFFu));
+  EXPECT_FALSE(thread.IsAlive());
+  thread.Destroy();  // an ended thread is left alone
+  EXPECT_TRUE(timedOut && woken && stopped);
   EXPECT_EQ(&thread, seen);
   EXPECT_EQ(nullptr, onStdThread);
 }
