@@ -15,8 +15,10 @@ namespace internal {
 
 /// Windows Sockets codes the library itself looks at.
 enum : unsigned int {
+  kWsaEIntr = 10004,
   kWsaEFault = 10014,
   kWsaEWouldBlock = 10035,
+  kWsaEInProgress = 10036,
   kWsaENotSock = 10038,
   kWsaEConnReset = 10054,
   kWsaEConnRefused = 10061,
