@@ -29,7 +29,7 @@ void Start(std::vector<std::thread>& threads, std::atomic<int>& failures, F body
 }
 
 TEST(SocketLoadTest, TwoHundredClientsLoseNothing) {
-  int descriptors = vesk::testing::OpenDescriptors();
+  int descriptors = vesk_test::OpenHandles();
   std::atomic<int> answered{0}, failures{0};
   CServerSocket server = vesk_test::Listener(kClients);
   std::vector<std::thread> clients, servers;
@@ -68,7 +68,7 @@ TEST(SocketLoadTest, TwoHundredClientsLoseNothing) {
   server.Close();
   EXPECT_EQ(failures.load(), 0);
   EXPECT_EQ(answered.load(), kClients * kRounds);
-  EXPECT_EQ(vesk::testing::OpenDescriptors(), descriptors) << "descriptors leaked";
+  EXPECT_EQ(vesk_test::OpenHandles(), descriptors) << "descriptors leaked";
 }
 
 }  // namespace

@@ -1,7 +1,13 @@
-// Sockets against an independent user of the host's TCP stack: Python's
-// socket module, as server and as client, over 127.0.0.1.
+// Sockets against an independent user of the host's TCP stack, as server
+// and as client, over 127.0.0.1: Python's socket module on POSIX; on
+// Windows, where Wine cannot start the Linux Python, a thread of this test
+// on raw Windows Sockets that plays the same parts and prints the same lines.
 #include <chrono>
+#include <condition_variable>
 #include <cstdlib>
+#include <deque>
+#include <mutex>
+#include <random>
 #include <string>
 #include <thread>
 
@@ -18,6 +24,7 @@ using vesk_test::ReadExactly;
 
 namespace {
 
+#if !defined(_WIN32)
 // python3 -c <this> <mode> <argument>: a server prints its port first; a
 // client connects to the port in <argument>. Nothing waits longer than 20 s.
 const char kPeer[] = R"(
@@ -60,8 +67,119 @@ vesk::testing::PeerProcess Peer(const char* mode, unsigned long argument = 0) {
   return vesk::testing::PeerProcess(std::string("python3 -c \"$VESK_PEER\" ") + mode + " " +
                                     std::to_string(argument));
 }
+#else
+// The Python peer's parts on raw Windows Sockets, in a thread: ReadLine
+// gives the lines it printed, Wait its status (0 when every call worked).
+class ThreadPeer {
+ public:
+  ThreadPeer(const std::string& mode, unsigned long argument)
+      : m_thread([this, mode, argument] { Finish(Run(mode, argument)); }) {}
+  ~ThreadPeer() { Wait(); }
+  std::string ReadLine() {
+    std::unique_lock<std::mutex> hold(m_lock);
+    m_changed.wait(hold, [this] { return !m_lines.empty() || m_status >= 0; });
+    if (m_lines.empty()) return "";
+    std::string line = m_lines.front();
+    m_lines.pop_front();
+    return line;
+  }
+  int Wait() {
+    if (m_thread.joinable()) m_thread.join();
+    return m_status;
+  }
 
-unsigned short PortOf(vesk::testing::PeerProcess& peer) {
+ private:
+  void Print(const std::string& line) {
+    std::lock_guard<std::mutex> hold(m_lock);
+    m_lines.push_back(line);
+    m_changed.notify_all();
+  }
+  void Finish(int status) {
+    std::lock_guard<std::mutex> hold(m_lock);
+    m_status = status;
+    m_changed.notify_all();
+  }
+  static bool SendAll(SOCKET c, const char* data, size_t size) {
+    for (size_t done = 0; done < size;) {
+      int n = send(c, data + done, static_cast<int>(size - done), 0);
+      if (n <= 0) return false;
+      done += static_cast<size_t>(n);
+    }
+    return true;
+  }
+  int Run(const std::string& mode, unsigned long argument) {
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    SOCKET c;
+    if (mode.size() > 6 && mode.compare(mode.size() - 6, 6, "server") == 0) {
+      SOCKET s = socket(AF_INET, SOCK_STREAM, 0);
+      int length = sizeof address;
+      if (bind(s, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 || listen(s, 1) != 0 ||
+          getsockname(s, reinterpret_cast<sockaddr*>(&address), &length) != 0) {
+        return 1;
+      }
+      Print(std::to_string(ntohs(address.sin_port)));
+      fd_set pending;
+      FD_ZERO(&pending);
+      FD_SET(s, &pending);
+      timeval limit = {20, 0};
+      c = select(0, &pending, nullptr, nullptr, &limit) == 1 ? accept(s, nullptr, nullptr) : INVALID_SOCKET;
+      closesocket(s);
+    } else {
+      c = socket(AF_INET, SOCK_STREAM, 0);
+      address.sin_port = htons(static_cast<unsigned short>(argument));
+      if (connect(c, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) c = INVALID_SOCKET;
+    }
+    if (c == INVALID_SOCKET) return 1;
+    DWORD limit = 20000;  // nothing waits longer than 20 s
+    setsockopt(c, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&limit), sizeof limit);
+    setsockopt(c, SOL_SOCKET, SO_SNDTIMEO, reinterpret_cast<const char*>(&limit), sizeof limit);
+    bool ok = true;
+    std::string buffer(65536, '\0');
+    if (mode == "echo-server") {
+      unsigned long got = 0;
+      int n;
+      while (ok && got < argument && (n = recv(c, &buffer[0], 65536, 0)) > 0) {
+        ok = SendAll(c, buffer.data(), static_cast<size_t>(n));
+        got += static_cast<unsigned long>(n);
+      }
+      Print(std::to_string(got));
+    } else if (mode == "reset-server") {
+      linger reset = {1, 0};
+      ok = recv(c, &buffer[0], 1, 0) == 1 &&
+           setsockopt(c, SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&reset), sizeof reset) == 0;
+    } else if (mode == "garbage-server") {
+      std::string data(200000, '\0');
+      std::mt19937 random(std::random_device{}());
+      unsigned long sum = 0;
+      for (char& byte : data) sum += static_cast<unsigned char>(byte = static_cast<char>(random()));
+      ok = SendAll(c, data.data(), data.size());
+      Print(std::to_string(sum));
+    } else if (mode == "half-close-client") {
+      std::string data(300000, '\0');
+      for (size_t i = 0; i < data.size(); ++i) data[i] = static_cast<char>((i * 7) & 255);
+      ok = SendAll(c, data.data(), data.size()) && shutdown(c, SD_SEND) == 0;
+      std::string reply;
+      int n;
+      while (ok && (n = recv(c, &buffer[0], 65536, 0)) > 0) reply.append(buffer, 0, static_cast<size_t>(n));
+      Print(reply);
+    }
+    return closesocket(c) == 0 && ok ? 0 : 1;
+  }
+
+  std::mutex m_lock;
+  std::condition_variable m_changed;
+  std::deque<std::string> m_lines;
+  int m_status = -1;
+  std::thread m_thread;  // last: starts once the members above exist
+};
+
+ThreadPeer Peer(const char* mode, unsigned long argument = 0) { return ThreadPeer(mode, argument); }
+#endif
+
+template <class P>
+unsigned short PortOf(P& peer) {
   return static_cast<unsigned short>(std::stoi(peer.ReadLine()));
 }
 

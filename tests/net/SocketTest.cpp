@@ -42,7 +42,15 @@ void ExpectSocketError(F op, const char* description, unsigned int code) {
     EXPECT_STREQ(e.GetErrorDescription(), description);
     EXPECT_STREQ(e.GetSourceFile(), kImpl);
     EXPECT_EQ(e.GetErrorCode(), code);
+#if defined(_WIN32)
+    // The system's own text for the code (Wine's table lacks some codes).
+    char text[256] = "";
+    FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, text, sizeof text,
+                   nullptr);
+    EXPECT_STREQ(e.GetMessage() ? e.GetMessage() : "", text);
+#else
     EXPECT_NE(e.GetMessage(), nullptr) << "the host's text for the code";
+#endif
   }
 }
 
@@ -227,7 +235,7 @@ TEST(SocketTest, BlockingWaitsEndWhenTheyShould) {
 
 TEST(SocketTest, AllocationFailuresLeakNothing) {
   CServerSocket server = vesk_test::Listener();
-  int descriptors = vesk::testing::OpenDescriptors();
+  int descriptors = vesk_test::OpenHandles();
   int failures = vesk::testing::FailEachAllocationInTurn([&] {
     CSocket client(Loopback(), server.GetLocalPort());
     server.Accept(5000)->GetInetAddress()->GetHostAddress();
@@ -237,7 +245,7 @@ TEST(SocketTest, AllocationFailuresLeakNothing) {
     for (;;) server.Accept(1);  // connections whose client failed late
   } catch (const CInterruptedIOException&) {
   }
-  EXPECT_EQ(vesk::testing::OpenDescriptors(), descriptors);
+  EXPECT_EQ(vesk_test::OpenHandles(), descriptors);
 }
 
 }  // namespace

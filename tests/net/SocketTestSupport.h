@@ -1,7 +1,14 @@
-// Shared by the socket tests: a listener on an ephemeral loopback port and
-// reads of an exact byte count.
+// Shared by the socket tests: a listener on an ephemeral loopback port,
+// reads of an exact byte count and the count of open handles.
 #ifndef VESK_TESTS_NET_SOCKETTESTSUPPORT_H
 #define VESK_TESTS_NET_SOCKETTESTSUPPORT_H
+
+#if defined(_WIN32)
+#include <winsock2.h>
+#include <windows.h>
+// The library's GetMessage, not the host's GetMessageA.
+#undef GetMessage
+#endif
 
 #include <string>
 
@@ -11,6 +18,7 @@
 #include "vesk/io/OutputStream.h"
 #include "vesk/net/ServerSocket.h"
 #include "vesk/net/Socket.h"
+#include "../TestSupport.h"
 
 namespace vesk_test {
 
@@ -36,6 +44,17 @@ inline std::string ReadExactly(vesk::io::CInputStream* in, size_t count) {
   }
   data.resize(done);
   return data;
+}
+
+/// Descriptors (on Windows: handles) the process has open now.
+inline int OpenHandles() {
+#if defined(_WIN32)
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return static_cast<int>(count);
+#else
+  return vesk::testing::OpenDescriptors();
+#endif
 }
 
 inline void WriteAll(vesk::io::COutputStream* out, const std::string& data) {
