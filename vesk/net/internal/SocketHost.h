@@ -1,7 +1,8 @@
 /// \file
 /// The host's socket calls, as thin as the host allows: each host supplies
-/// them in its ...SocketImpl.cpp, and CStreamSocketImpl builds every socket
-/// operation on them. A call that fails leaves its Windows Sockets number for
+/// them in its ...SocketImpl.cpp, those its Berkeley sockets make alike in
+/// BerkeleySockets.cpp, and CStreamSocketImpl builds every socket operation
+/// on them. A call that fails leaves its Windows Sockets number for
 /// LastSocketError. Not installed.
 #ifndef VESK_NET_INTERNAL_SOCKETHOST_H
 #define VESK_NET_INTERNAL_SOCKETHOST_H

@@ -1,0 +1,30 @@
+/// \file
+/// Windows Sockets as Berkeley sockets: a SOCKET is the handle itself
+/// (INVALID_SOCKET is kNoSocket). Not installed.
+#ifndef VESK_NET_WIN_INTERNAL_SOCKETAPI_H
+#define VESK_NET_WIN_INTERNAL_SOCKETAPI_H
+
+#include <winsock2.h>
+#include <ws2tcpip.h>
+
+#include "vesk/net/internal/SocketHost.h"
+
+namespace vesk {
+namespace net {
+namespace internal {
+
+/// The length argument of the address and option calls.
+typedef int SocketLength;
+
+/// The SOCKET of a handle.
+inline SOCKET Native(SocketHandle handle) { return static_cast<SOCKET>(handle); }
+
+/// accept for AcceptSocket: the next connection, which child processes do
+/// not inherit; kNoSocket on failure.
+SocketHandle AcceptConnection(SocketHandle listener, sockaddr* peer, SocketLength* length);
+
+}  // namespace internal
+}  // namespace net
+}  // namespace vesk
+
+#endif
