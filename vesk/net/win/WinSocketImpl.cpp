@@ -81,10 +81,13 @@ bool SetBlocking(SocketHandle handle, bool blocking) {
   return ioctlsocket(Native(handle), FIONBIO, &nonBlocking) == 0;
 }
 
-// select takes the time-out as seconds and microseconds. A connect has
-// finished when the socket is writable (connected) or in the exception set
-// (failed).
+// select takes the time-out as seconds and microseconds, and counts in
+// milliseconds inside: a wait of more than a day is made a day (the caller
+// waits the rest). A connect has finished when the socket is writable
+// (connected) or in the exception set (failed).
 int WaitSocket(SocketHandle handle, SocketReadiness what, long long microseconds) {
+  const long long kLongest = 86400LL * 1000000LL;
+  if (microseconds > kLongest) microseconds = kLongest;
   fd_set ready;
   fd_set failed;
   FD_ZERO(&ready);
