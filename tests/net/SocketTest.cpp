@@ -213,7 +213,8 @@ TEST(SocketTest, TimeOutsKeepTheirArithmetic) {
 }
 
 TEST(SocketTest, BlockingWaitsEndWhenTheyShould) {
-  Pair pair;
+  Pair pair, timed;
+  timed.client.SetTimeout(20000);
   std::thread late([&] {
     std::this_thread::sleep_for(milliseconds(150));
     CSocket client(Loopback(), pair.server.GetLocalPort());
@@ -221,6 +222,8 @@ TEST(SocketTest, BlockingWaitsEndWhenTheyShould) {
     pair.server.Close();  // wakes the Accept below
     std::this_thread::sleep_for(milliseconds(50));
     pair.client.Close();  // wakes the read below
+    std::this_thread::sleep_for(milliseconds(50));
+    timed.client.Close();  // wakes the timed read, whose peer is still there
   });
   auto start = Clock::now();
   EXPECT_TRUE(pair.server.IsPending());  // no time-out: waits for the client
@@ -228,6 +231,7 @@ TEST(SocketTest, BlockingWaitsEndWhenTheyShould) {
   pair.server.Accept();
   EXPECT_THROW(pair.server.Accept(), CSocketException);
   EXPECT_EQ(pair.client.GetInputStream()->Read(), CInputStream::EOS);
+  EXPECT_EQ(timed.client.GetInputStream()->Read(), CInputStream::EOS);
   late.join();
   ExpectSocketError([&] { pair.server.IsPending(); }, "Failed to determine if there are pending connection requests.",
                     kClosed);
