@@ -1,7 +1,8 @@
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -143,64 +144,43 @@ TEST(Base64OutputStreamTest, MatchesPythonBase64) {
   SCOPED_TRACE("seed " + std::to_string(seed));
   std::mt19937 random(seed);
   const unsigned int kLineLengths[] = {0, 1, 4, 64, 76, 7};
-  struct Case {
-    std::string data;
-    unsigned int lineLength;
-    std::string path;
-  };
-  std::vector<Case> cases;
+  std::vector<std::string> cases;
   std::string args;
   for (int i = 0; i < 60; ++i) {
-    Case c;
+    std::string data;
     size_t length = i < 8 ? i : random() % (i < 50 ? 300 : 70000);
-    for (size_t k = 0; k < length; ++k) c.data.push_back(static_cast<char>(random()));
-    c.lineLength = kLineLengths[i % 6];
-    c.path = std::string(dir) + "/" + std::to_string(i);
-    FILE* f = std::fopen(c.path.c_str(), "wb");
-    ASSERT_NE(f, nullptr);
-    std::fwrite(c.data.data(), 1, c.data.size(), f);
-    std::fclose(f);
-    args += " " + c.path + " " + std::to_string(c.lineLength);
-    cases.push_back(c);
+    for (size_t k = 0; k < length; ++k) data.push_back(static_cast<char>(random()));
+    std::string path = dir + "/" + std::to_string(i);
+    std::ofstream(path, std::ios::binary) << data;
+    args += " " + path + " " + std::to_string(kLineLengths[i % 6]);
+    cases.push_back(data);
   }
   // One line of hex per case: the encoded text, lines joined with CR LF.
-  std::string command =
+  int status;
+  std::istringstream output(vesk_test::CommandOutput(
       "python3 -c \"import base64,sys\n"
       "a=sys.argv[1:]\n"
       "for i in range(0,len(a),2):\n"
       "  e=base64.b64encode(open(a[i],'rb').read())\n"
       "  n=int(a[i+1])\n"
       "  if n: e=b'\\r\\n'.join(e[k:k+n] for k in range(0,len(e),n))\n"
-      "  print(e.hex())\n\"" +
-      args;
-  FILE* pipe = popen(command.c_str(), "r");
-  ASSERT_NE(pipe, nullptr);
-  std::string output;
-  char chunk[65536];
-  size_t n;
-  while ((n = std::fread(chunk, 1, sizeof chunk, pipe)) > 0) output.append(chunk, n);
-  ASSERT_EQ(pclose(pipe), 0);
-  size_t at = 0;
+      "  print(e.hex())\n\"" + args, &status));
+  ASSERT_EQ(status, 0);
   for (size_t i = 0; i < cases.size(); ++i) {
-    size_t end = output.find('\n', at);
-    ASSERT_NE(end, std::string::npos);
-    std::string hex = output.substr(at, end - at);
-    at = end + 1;
-    std::string expected;
-    for (size_t k = 0; k + 1 < hex.size(); k += 2) {
+    std::string hex, expected;
+    ASSERT_TRUE(std::getline(output, hex));
+    for (size_t k = 0; k + 1 < hex.size(); k += 2)
       expected.push_back(static_cast<char>(std::stoi(hex.substr(k, 2), nullptr, 16)));
-    }
     // Feed the bytes through both the array write and single-byte writes.
     CMemoryOutputStream memory(0, 4096);
-    CBase64OutputStream out(&memory, cases[i].lineLength);
-    const std::string& data = cases[i].data;
+    CBase64OutputStream out(&memory, kLineLengths[i % 6]);
+    const std::string& data = cases[i];
     size_t half = data.size() / 2;
     out.Write(data.data(), static_cast<unsigned int>(half));
     for (size_t k = half; k < data.size(); ++k) out.Write(data[k]);
     out.Flush();
     EXPECT_EQ(vesk_test::Contents(memory), expected)
-        << "case " << i << ": " << data.size() << " bytes, lines of " << cases[i].lineLength;
-    std::remove(cases[i].path.c_str());
+        << "case " << i << ": " << data.size() << " bytes, lines of " << kLineLengths[i % 6];
   }
   std::filesystem::remove_all(dir);
 }

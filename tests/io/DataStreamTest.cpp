@@ -1,6 +1,6 @@
-#include <cstring>
 #include <functional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -165,18 +165,10 @@ TEST(DataInputStream, RoundTripsEveryTypeInBothForms) {
     double d;
     CUnicodeString str, empty;
     *in >> t >> f >> c >> uc >> s >> i >> us >> ui >> fl >> d >> str >> empty;
-    EXPECT_TRUE(t);
-    EXPECT_FALSE(f);
-    EXPECT_EQ(c, '\x85');
-    EXPECT_EQ(uc, 0xC8);
-    EXPECT_EQ(s, -12345);
-    EXPECT_EQ(i, -123456789);
-    EXPECT_EQ(us, 65000);
-    EXPECT_EQ(ui, 4000000000u);
-    EXPECT_EQ(fl, 3.5f);
-    EXPECT_EQ(d, -2.25e300);
-    EXPECT_EQ(ToU16(str), text);
-    EXPECT_TRUE(empty.IsEmpty());
+    EXPECT_EQ(std::make_tuple(t, f, c, uc, s, i, us, ui, fl, d, ToU16(str), ToU16(empty)),
+              std::make_tuple(true, false, '\x85', (unsigned char)0xC8, (short)-12345, -123456789,
+                              (unsigned short)65000, 4000000000u, 3.5f, -2.25e300, text,
+                              std::u16string()));
     EXPECT_EQ(ToU16(in->ReadString()), u"tail");
     EXPECT_EQ(in->GetAvailable(), 0u);
     delete in;
@@ -289,9 +281,7 @@ TEST(DataStreams, ObjectsWriteExactlyTheirHooksBytes) {
   CDataInputStream in(&source);
   Point q;
   in >> q;
-  EXPECT_EQ(q.x, 1);
-  EXPECT_EQ(q.y, -1);
-  EXPECT_EQ(ToU16(q.name), u"p");
+  EXPECT_EQ(std::make_tuple(q.x, q.y, ToU16(q.name)), std::make_tuple(1, -1, std::u16string(u"p")));
 }
 
 // --- construction, forwarding and closing ---------------------------------------------
@@ -341,49 +331,26 @@ TEST(DataStreams, ForwardingAndClose) {
   EXPECT_EQ(source.tally().closed, 1);
   EXPECT_EQ(sink.tally().closed, 1);
 
-  const char* inSource = "vesk/io/DataInputStream";
-  const char* outSource = "vesk/io/DataOutputStream";
-  std::vector<std::function<void()>> reads = {[&] { in.GetAvailable(); },
-                                              [&] { in.Read(buf, 0, 1); },
-                                              [&] { in.Read(buf, 1); },
-                                              [&] { in.Read(); },
-                                              [&] { in.Skip(1); },
-                                              [&] { in.Reset(); },
-                                              [&] { in.ReadBool(); },
-                                              [&] { in.ReadByte(); },
-                                              [&] { in.ReadSByte(); },
-                                              [&] { in.ReadInt16(); },
-                                              [&] { in.ReadUInt16(); },
-                                              [&] { in.ReadInt32(); },
-                                              [&] { in.ReadUInt32(); },
-                                              [&] { in.ReadFloat(); },
-                                              [&] { in.ReadDouble(); },
-                                              [&] { in.ReadString(); },
-                                              [&] {
-                                                Point p;
-                                                in.ReadObject(p);
-                                              }};
-  for (auto& call : reads) ExpectThrow<CIOException>(call, "Stream closed.", inSource);
+  using Call = std::function<void()>;
+  for (const Call& call : std::vector<Call>{
+           [&] { in.GetAvailable(); }, [&] { in.Read(buf, 0, 1); }, [&] { in.Read(buf, 1); },
+           [&] { in.Read(); }, [&] { in.Skip(1); }, [&] { in.Reset(); }, [&] { in.ReadBool(); },
+           [&] { in.ReadByte(); }, [&] { in.ReadSByte(); }, [&] { in.ReadInt16(); },
+           [&] { in.ReadUInt16(); }, [&] { in.ReadInt32(); }, [&] { in.ReadUInt32(); },
+           [&] { in.ReadFloat(); }, [&] { in.ReadDouble(); }, [&] { in.ReadString(); },
+           [&] { Point p; in.ReadObject(p); }})
+    ExpectThrow<CIOException>(call, "Stream closed.", "vesk/io/DataInputStream");
   const unsigned short text[] = {'a', 0};
-  std::vector<std::function<void()>> writes = {
-      [&] { out.Write("a", 0, 1); },
-      [&] { out.Write("a", 1); },
-      [&] { out.Write('a'); },
-      [&] { out.Flush(); },
-      [&] { out.WriteBool(true); },
-      [&] { out.WriteByte(1); },
-      [&] { out.WriteUByte(1); },
-      [&] { out.WriteInt16(1); },
-      [&] { out.WriteUInt16(1); },
-      [&] { out.WriteInt32(1); },
-      [&] { out.WriteUInt32(1); },
-      [&] { out.WriteFloat(1); },
-      [&] { out.WriteDouble(1); },
-      [&] { out.WriteString(text); },
-      [&] { out.WriteString(CUnicodeString()); },
-      [&] { out.WriteString(static_cast<const unsigned short*>(nullptr)); },
-      [&] { out.WriteObject(Point()); }};
-  for (auto& call : writes) ExpectThrow<CIOException>(call, "Stream closed.", outSource);
+  for (const Call& call : std::vector<Call>{
+           [&] { out.Write("a", 0, 1); }, [&] { out.Write("a", 1); }, [&] { out.Write('a'); },
+           [&] { out.Flush(); }, [&] { out.WriteBool(true); }, [&] { out.WriteByte(1); },
+           [&] { out.WriteUByte(1); }, [&] { out.WriteInt16(1); }, [&] { out.WriteUInt16(1); },
+           [&] { out.WriteInt32(1); }, [&] { out.WriteUInt32(1); }, [&] { out.WriteFloat(1); },
+           [&] { out.WriteDouble(1); }, [&] { out.WriteString(text); },
+           [&] { out.WriteString(CUnicodeString()); },
+           [&] { out.WriteString(static_cast<const unsigned short*>(nullptr)); },
+           [&] { out.WriteObject(Point()); }})
+    ExpectThrow<CIOException>(call, "Stream closed.", "vesk/io/DataOutputStream");
   EXPECT_EQ(sink.data, "yzq!");
 
   CTestOutputStream javaSink;
@@ -439,13 +406,9 @@ TEST(DataOutputStreamTest, ValuesOverABufferedStreamArriveInOrder) {
     out.WriteInt16(static_cast<short>(0x0A00 + i));
   }
   out.Flush();
-  ASSERT_EQ(60u, memory.GetBufferSize());
-  const unsigned char* bytes = reinterpret_cast<const unsigned char*>(memory.GetBuffer());
-  for (int i = 0; i < 10; ++i) {
-    const unsigned char expected[6] = {
-        1, 2, 3, static_cast<unsigned char>(i), 0x0A, static_cast<unsigned char>(i)};
-    EXPECT_EQ(0, std::memcmp(expected, bytes + 6 * i, 6)) << "value " << i;
-  }
+  std::string expected;
+  for (int i = 0; i < 10; ++i) expected += vesk_test::Bytes({1, 2, 3, i, 0x0A, i});
+  EXPECT_EQ(vesk_test::Contents(memory), expected);
 
   CMemoryOutputStream sink(16, 16);
   CCountingBufferedStream counting(&sink);

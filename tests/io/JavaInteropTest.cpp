@@ -111,32 +111,6 @@ std::string Units(const std::u16string& s) {
   return out;
 }
 
-std::string ReadFile(const std::string& path) {
-  std::ifstream f(path, std::ios::binary);
-  std::ostringstream s;
-  s << f.rdbuf();
-  return s.str();
-}
-
-void WriteFile(const std::string& path, const char* data, unsigned int length) {
-  std::ofstream f(path, std::ios::binary);
-  f.write(data, length);
-}
-
-std::string RunCommand(const std::string& command, int* status) {
-  std::string out;
-  FILE* p = popen(command.c_str(), "r");
-  if (!p) {
-    *status = -1;
-    return out;
-  }
-  char buf[4096];
-  size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
-  *status = pclose(p);
-  return out;
-}
-
 class JavaInterop : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
@@ -149,7 +123,7 @@ class JavaInterop : public ::testing::Test {
     std::ofstream(s_dir + "/VeskInterop.java") << kJavaSource;
     int status;
     s_compileLog =
-        RunCommand("javac -d " + s_dir + " " + s_dir + "/VeskInterop.java 2>&1", &status);
+        vesk_test::CommandOutput("javac -d " + s_dir + " " + s_dir + "/VeskInterop.java 2>&1", &status);
     s_ready = status == 0;
   }
   static void TearDownTestSuite() {
@@ -161,7 +135,7 @@ class JavaInterop : public ::testing::Test {
     ASSERT_TRUE(s_ready) << "javac failed:\n" << s_compileLog;
   }
   static std::string Java(const std::string& mode, const std::string& file, int* status) {
-    return RunCommand("java -cp " + s_dir + " VeskInterop " + mode + " " + file + " 2>&1", status);
+    return vesk_test::CommandOutput("java -cp " + s_dir + " VeskInterop " + mode + " " + file + " 2>&1", status);
   }
 
   static std::string s_dir;
@@ -184,7 +158,7 @@ TEST_F(JavaInterop, JdkReadsWhatWeWrite) {
   for (const std::u16string& s : Strings()) out << FromU16(s);
   out << FromU16(u"\U0001F600");
   std::string file = s_dir + "/ours.bin";
-  WriteFile(file, memory.GetBuffer(), memory.GetBufferSize());
+  std::ofstream(file, std::ios::binary) << vesk_test::Contents(memory);
 
   std::string expected;
   for (int v : kInts) expected += "i:" + std::to_string(v) + "\n";
@@ -216,7 +190,7 @@ TEST_F(JavaInterop, WeReadWhatJdkWrites) {
   int status;
   std::string log = Java("write", file, &status);
   ASSERT_EQ(status, 0) << log;
-  std::string bytes = ReadFile(file);
+  std::string bytes = vesk_test::FileBytes(file);
 
   CMemoryInputStream source(bytes.data(), static_cast<unsigned int>(bytes.size()), false);
   CJavaDataInputStream in(&source);
@@ -241,27 +215,17 @@ TEST_F(JavaInterop, DeliberateDifferencesInTheBytes) {
   int status;
   std::string log = Java("bytes", file, &status);
   ASSERT_EQ(status, 0) << log;
-  std::string theirs = ReadFile(file);
-  const std::string jdkFloat("\x3F\x80\x00\x00", 4);
-  const std::string jdkDouble("\x3F\xF0\x00\x00\x00\x00\x00\x00", 8);
-  const std::string jdkNul(
-      "\x00\x04"
-      "a\xC0\x80"
-      "b",
-      6);
-  const std::string jdkSupplementary("\x00\x06\xED\xA0\xBD\xED\xB8\x80", 8);
-  ASSERT_EQ(theirs, jdkFloat + jdkDouble + jdkNul + jdkSupplementary);
+  std::string theirs = vesk_test::FileBytes(file);
+  // Float, double, "a\0b", U+1F600.
+  ASSERT_EQ(theirs, vesk_test::Bytes({0x3F, 0x80, 0, 0, 0x3F, 0xF0, 0, 0, 0, 0, 0, 0, 0, 4, 'a',
+                                      0xC0, 0x80, 'b', 0, 6, 0xED, 0xA0, 0xBD, 0xED, 0xB8, 0x80}));
 
   CMemoryOutputStream memory;
   CJavaDataOutputStream out(&memory);
   out << 1.0f << 1.0 << FromU16(std::u16string(u"a\0b", 3)) << FromU16(u"\U0001F600");
-  std::string ours(memory.GetBuffer(), memory.GetBufferSize());
-  EXPECT_EQ(ours, std::string("\x00\x00\x80\x3F", 4) +
-                      std::string("\x00\x00\x00\x00\x00\x00\xF0\x3F", 8) +
-                      std::string("\x00\x01"
-                                  "a",
-                                  3) +
-                      std::string("\x00\x04\xF0\x9F\x98\x80", 6));
+  EXPECT_EQ(vesk_test::Contents(memory),
+            vesk_test::Bytes({0, 0, 0x80, 0x3F, 0, 0, 0, 0, 0, 0, 0xF0, 0x3F, 0, 1, 'a', 0, 4, 0xF0,
+                              0x9F, 0x98, 0x80}));
 
   CMemoryInputStream source(theirs.data(), static_cast<unsigned int>(theirs.size()), false);
   CJavaDataInputStream in(&source);

@@ -3,7 +3,10 @@
 #ifndef VESK_TESTS_IO_TESTSTREAMS_H
 #define VESK_TESTS_IO_TESTSTREAMS_H
 
+#include <cstdio>
+#include <fstream>
 #include <initializer_list>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -194,6 +197,24 @@ inline std::basic_string<unsigned short> U16(const char* ascii) {
   std::basic_string<unsigned short> s;
   for (; *ascii; ++ascii) s.push_back(static_cast<unsigned char>(*ascii));
   return s;
+}
+
+/// What a shell command (an independent peer) printed; status gets its wait
+/// status, -1 when it did not start.
+inline std::string CommandOutput(const std::string& command, int* status = nullptr) {
+  std::string out;
+  FILE* pipe = popen(command.c_str(), "r");
+  char buffer[65536];
+  for (size_t n; pipe && (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) out.append(buffer, n);
+  int ended = pipe ? pclose(pipe) : -1;
+  if (status) *status = ended;
+  return out;
+}
+
+/// The bytes of a file ("" when it cannot be read).
+inline std::string FileBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 
