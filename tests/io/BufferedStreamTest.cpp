@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include "TestStreams.h"
+#include "vesk/base/UnicodeString.h"
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/io/BufferedInputStream.h"
 #include "vesk/io/BufferedOutputStream.h"
 #include "vesk/io/BufferedReader.h"
+#include "vesk/io/BufferedWriter.h"
 #include "vesk/io/IOException.h"
 #include "vesk/io/MemoryInputStream.h"
 
@@ -123,54 +125,94 @@ TEST(BufferedReaderTest, BypassSkipAndErrors) {
   ExpectError([&] { in.Close(); }, "Reader closed.");
 }
 
-TEST(BufferedOutputStreamTest, BuffersShortWritesAndPassesLongOnes) {
-  CTestOutputStream sink;
-  CBufferedOutputStream out(&sink, 4);
-  out.Write("abc", 3);  // size - 1: buffered
-  EXPECT_EQ(sink.data, "");
-  out.Write("d", 1);  // fills the buffer: flushed at once
-  EXPECT_EQ(sink.writes, std::vector<int>{4});
-  out.Write("efgh", 4);  // the buffer size: straight through
-  EXPECT_EQ(sink.writes, (std::vector<int>{4, 4}));
-  out.Write("xyz", 1, 2);
-  out.Write("123456", 6);  // flushes "yz" first
-  EXPECT_EQ(sink.writes, (std::vector<int>{4, 4, 2, 6}));
-  EXPECT_EQ(sink.data, "abcdefghyz123456");
-  out.Write(static_cast<const char*>(nullptr), 3);
-  out.Write("q", 0xFFFFFFFFu, 2);  // the range wraps: nothing
-  EXPECT_EQ(sink.data, "abcdefghyz123456");
+// The byte and 16-bit buffered writers share one write buffer; each keeps
+// its own texts.
+struct ByteOut {
+  using Decorator = CBufferedOutputStream;
+  using Sink = CTestOutputStream;
+  using Wrapped = COutputStream;
+  static std::string Text(const char* s) { return s; }
+  static constexpr const char* kBadSize = "Invaid buffer size.";  // sic
+  static constexpr const char* kNoStream = "Invalid output stream.";
+  static constexpr const char* kClosed = "Stream closed.";
+};
+struct UnitOut {
+  using Decorator = vesk::io::CBufferedWriter;
+  using Sink = vesk_test::CTestWriter;
+  using Wrapped = vesk::io::CWriter;
+  static std::basic_string<unsigned short> Text(const char* s) { return U16(s); }
+  static constexpr const char* kBadSize = "Invalid buffer size.";
+  static constexpr const char* kNoStream = "Invalid writer.";
+  static constexpr const char* kClosed = "Writer closed.";
+};
+
+template <class T>
+class BufferedOutTest : public ::testing::Test {};
+using BufferedOuts = ::testing::Types<ByteOut, UnitOut>;
+TYPED_TEST_SUITE(BufferedOutTest, BufferedOuts);
+
+template <class Sink>
+std::vector<int> Writes(const Sink& sink) {
+  return std::vector<int>(sink.writes.begin(), sink.writes.end());
 }
 
-TEST(BufferedOutputStreamTest, SingleByteWritesLeaveAFullBuffer) {
-  CTestOutputStream sink;
-  CBufferedOutputStream out(&sink, 2);
-  out.Write('a');
-  out.Write('b');
-  EXPECT_EQ(sink.data, "");  // full but not yet written
-  out.Write('c');
-  EXPECT_EQ(sink.data, "ab");
-  out.Flush();
-  EXPECT_EQ(sink.data, "abc");
-  EXPECT_EQ(sink.flushedAt, std::vector<size_t>{3});
+TYPED_TEST(BufferedOutTest, BuffersShortWritesAndPassesLongOnes) {
+  typename TypeParam::Sink sink;
+  typename TypeParam::Decorator out(&sink, 4);
+  const auto text = TypeParam::Text("abcdefghxyz123456");
+  out.Write(text.c_str(), 3);  // size - 1: buffered
+  EXPECT_TRUE(sink.data.empty());
+  out.Write(text.c_str(), 3, 1);  // fills the buffer: flushed at once
+  EXPECT_EQ(Writes(sink), std::vector<int>{4});
+  out.Write(text.c_str(), 4, 4);  // the buffer size: straight through
+  out.Write(text.c_str(), 9, 2);
+  out.Write(text.c_str(), 11, 6);  // flushes "yz" first
+  EXPECT_EQ(Writes(sink), (std::vector<int>{4, 4, 2, 6}));
+  out.Write(decltype(text.c_str())(nullptr), 3);
+  out.Write(text.c_str(), 0xFFFFFFFFu, 2);  // the range wraps: nothing
+  EXPECT_EQ(sink.data, TypeParam::Text("abcdefghyz123456"));
+  // Single writes leave a full buffer until the next one.
+  typename TypeParam::Decorator units(&sink, 2);
+  for (char c : {'a', 'b'}) units.Write(static_cast<decltype(text[0] + 0)>(c));
+  EXPECT_EQ(sink.data, TypeParam::Text("abcdefghyz123456"));
+  units.Write(static_cast<decltype(text[0] + 0)>('c'));
+  EXPECT_EQ(sink.data, TypeParam::Text("abcdefghyz123456ab"));
+  units.Flush();
+  EXPECT_EQ(sink.data, TypeParam::Text("abcdefghyz123456abc"));
+  EXPECT_EQ(sink.tally().flushed, 1);
 }
 
-TEST(BufferedOutputStreamTest, ConstructionAndClose) {
-  CTestOutputStream sink;
-  ExpectError([&] { CBufferedOutputStream out(&sink, 0); }, "Invaid buffer size.");
-  ExpectError([] { CBufferedOutputStream out(static_cast<COutputStream*>(nullptr), 8); },
-              "Invalid output stream.");
+TYPED_TEST(BufferedOutTest, ConstructionAndClose) {
+  using D = typename TypeParam::Decorator;
+  typename TypeParam::Sink sink;
+  ExpectError([&] { D out(&sink, 0); }, TypeParam::kBadSize);
+  ExpectError([] { D out(static_cast<typename TypeParam::Wrapped*>(nullptr), 8); },
+              TypeParam::kNoStream);
   vesk_test::Tally tally;
-  CTestOutputStream failing(&tally);
+  typename TypeParam::Sink failing(&tally);
   failing.failClose = true;
-  CBufferedOutputStream out(&failing, 8);
-  out.Write("xy", 2);
+  D out(&failing, 8);
+  out.Write(TypeParam::Text("xy").c_str(), 2);
   EXPECT_THROW(out.Close(), CIOException);
-  EXPECT_EQ(failing.data, "xy");  // flushed before the close
-  out.Close();                    // already closed: silent
+  EXPECT_EQ(failing.data, TypeParam::Text("xy"));  // flushed before the close
+  out.Close();                                      // already closed: silent
   EXPECT_EQ(tally.closed, 1);
-  ExpectError([&] { out.Write('a'); }, "Stream closed.");
-  ExpectError([&] { out.Write(static_cast<const char*>(nullptr), 1); }, "Stream closed.");
-  ExpectError([&] { out.Flush(); }, "Stream closed.");
+  ExpectError([&] { out.Write(TypeParam::Text("a")[0]); }, TypeParam::kClosed);
+  ExpectError([&] { out.Write(TypeParam::Text("a").c_str(), 1); }, TypeParam::kClosed);
+  ExpectError([&] { out.Flush(); }, TypeParam::kClosed);
+}
+
+TEST(BufferedWriterTest, TextWritesAreClampedToTheText) {
+  vesk_test::CTestWriter sink;
+  vesk::io::CBufferedWriter out(&sink, 4);
+  out.Write(vesk::base::CUnicodeString("xyz"), 1, 10);  // clamped to "yz"
+  out.Write(vesk::base::CUnicodeString("xyz"), 3, 1);   // nothing
+  out.Write(U16("!").c_str());
+  out.Write(static_cast<const unsigned short*>(nullptr));
+  out.Flush();
+  EXPECT_EQ(sink.data, U16("yz!"));
+  out.Close();
+  ExpectError([&] { out.Write(vesk::base::CUnicodeString("x")); }, "Writer closed.");
 }
 
 }  // namespace
