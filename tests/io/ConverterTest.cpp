@@ -171,23 +171,14 @@ TEST(ConverterRegistryTest, RegistrationReportsMemoryFailure) {
   EXPECT_TRUE(CWCharToCharConverterFactory::RegisterConverterFactory(&factory));
 }
 
-TEST(Utf8ConverterTest, EncodesOneToThreeBytesPerUnit) {
-  CWCharToCharUTF8 c;
-  EXPECT_EQ(Encode(c, U16String{'A'}), "A");
-  EXPECT_EQ(Encode(c, U16String{0x7F, 0x80}), Bytes({0x7F, 0xC2, 0x80}));
-  EXPECT_EQ(Encode(c, U16String{0xE9}), Bytes({0xC3, 0xA9}));
-  EXPECT_EQ(Encode(c, U16String{0x7FF, 0x800}), Bytes({0xDF, 0xBF, 0xE0, 0xA0, 0x80}));
-  EXPECT_EQ(Encode(c, U16String{0x20AC}), Bytes({0xE2, 0x82, 0xAC}));
-  EXPECT_EQ(Encode(c, U16String{0xFFFF}), Bytes({0xEF, 0xBF, 0xBF}));
-  // A lone low surrogate is encoded like any other unit.
-  EXPECT_EQ(Encode(c, U16String{0xDC00, 'a'}), Bytes({0xED, 0xB0, 0x80, 'a'}));
-  EXPECT_EQ(Encode(c, U16String{}), "");
-  EXPECT_EQ(c.GetPendingHighSurrogate(), CWCharToCharUTF8::kNoPendingSurrogate);
-}
-
+// The one- to three-byte forms of other units are checked against ICU by the
+// writer's tests; the surrogate rules are this converter's own.
 TEST(Utf8ConverterTest, SurrogatePairsEncodeOnlyWhenSplitAcrossCalls) {
   CWCharToCharUTF8 c;
-  EXPECT_EQ(c.GetPendingHighSurrogate(), 48);
+  EXPECT_EQ(c.GetPendingHighSurrogate(), CWCharToCharUTF8::kNoPendingSurrogate);
+  EXPECT_EQ(CWCharToCharUTF8::kNoPendingSurrogate, 48);
+  // A lone low surrogate is encoded like any other unit.
+  EXPECT_EQ(Encode(c, U16String{0xDC00, 'a'}), Bytes({0xED, 0xB0, 0x80, 'a'}));
   // Whole in one call: one "?" for both units.
   EXPECT_EQ(Encode(c, U16String{0xD83D, 0xDE00}), "?");
   // The unit after a high surrogate is swallowed whatever it is.
@@ -247,18 +238,14 @@ TEST(Utf8ConverterTest, OutputAreaBoundsAreExactAndOffsetsRespected) {
 
 TEST(Utf8ConverterTest, ByteOrderMark) {
   CWCharToCharUTF8 c;
-  unsigned int size = 0;
-  c.GetByteOrderMark(nullptr, &size);
-  EXPECT_EQ(size, 3u);
   char mark[4] = {'x', 'x', 'x', 'x'};
-  size = 2;
-  c.GetByteOrderMark(mark, &size);
-  EXPECT_EQ(size, 0u);
-  EXPECT_EQ(mark[0], 'x');
-  size = 4;
-  c.GetByteOrderMark(mark, &size);
-  EXPECT_EQ(size, 3u);
-  EXPECT_EQ(std::string(mark, 4), Bytes({0xEF, 0xBB, 0xBF, 'x'}));
+  // Room for: the mark's size when asked with no area, nothing when too small.
+  for (unsigned int room : {0u, 2u, 4u}) {
+    unsigned int size = room;
+    c.GetByteOrderMark(room ? mark : nullptr, &size);
+    EXPECT_EQ(size, room == 2 ? 0u : 3u) << room;
+    EXPECT_EQ(std::string(mark, 4), room < 4 ? "xxxx" : Bytes({0xEF, 0xBB, 0xBF, 'x'}));
+  }
 }
 
 TEST(Utf8ConverterTest, AgreesWithTheUnitRulesForAnyTextAndRoom) {

@@ -37,21 +37,11 @@ class DebugPrintStreamTest : public ::testing::Test {
 
 TEST_F(DebugPrintStreamTest, PrintsEachValueInOnePiece) {
   CDebugPrintStream out;
-  out.Println(42);
-  out.Print(static_cast<short>(-3));
-  out.Print(true);
-  out.Println(false);
-  out.Print('x');
-  out.Println('y');
-  out.Print(1.5f);
-  out.Println(2.25f);
-  out.Println(0.5);
-  out.Println(4000000000u);
-  out.Print("text");
-  out.Println(CString("line"));
+  vesk_test::PrintEach(out, static_cast<short>(-3), true, 'x', 1.5f, "text");
+  vesk_test::PrintlnEach(out, 42, false, 'y', 2.25f, 0.5, 4000000000u, CString("line"));
   out.Println();
-  EXPECT_EQ(13u, m_pieces.size());
-  EXPECT_EQ("42\n-3truefalse\nxy\n1.5000002.250000\n0.500000\n4000000000\ntextline\n\n", All());
+  EXPECT_EQ(18u, m_pieces.size());
+  EXPECT_EQ("-3|true|x|1.500000|text|42\nfalse\ny\n2.250000\n0.500000\n4000000000\nline\n\n", All());
 }
 
 TEST_F(DebugPrintStreamTest, KeepsTheTwoHistoricPrints) {

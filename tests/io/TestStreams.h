@@ -170,6 +170,12 @@ void PrintEach(P& out, const V&... values) {
   ((out.Print(values), out.Print('|')), ...);
 }
 
+/// Prints each value on a line of its own through out.Println.
+template <class P, class... V>
+void PrintlnEach(P& out, const V&... values) {
+  (out.Println(values), ...);
+}
+
 /// A byte string from values -128..255.
 inline std::string Bytes(std::initializer_list<int> list) {
   std::string s;
