@@ -46,27 +46,28 @@ TEST(HashtableTest, BucketCountsAndThresholds) {
   EXPECT_EQ(2, tiny.GetThreshold());
 }
 
+template <class Table>
+std::vector<long> Keys(const Table& table) {
+  std::vector<long> keys;
+  for (CEnumeration<long> e = table.GetKeys(); e.HasMoreElements();) keys.push_back(e.GetNextElement());
+  return keys;
+}
+
 TEST(HashtableTest, RehashReversesEachChain) {
   // With 2 buckets keys 1, 3 and 5 share bucket 1; the newest is the head.
   CHashtable<long, int> table(2, 1.5f);
   table.Put(1L, 10);
   table.Put(3L, 30);
   table.Put(5L, 50);
-  std::vector<long> order;
-  for (CEnumeration<long> keys = table.GetKeys(); keys.HasMoreElements();)
-    order.push_back(keys.GetNextElement());
-  EXPECT_EQ((std::vector<long>{5, 3, 1}), order);
+  EXPECT_EQ((std::vector<long>{5, 3, 1}), Keys(table));
   // 5 buckets: 1 -> 1, 3 -> 3, 5 -> 0, 13 -> 3. The chain 5, 3, 1 is moved
   // head first, so 13 lands at the head of bucket 3 after the rehash.
   table.Put(13L, 130);
   EXPECT_EQ(5u, table.GetBucketCount());
-  order.clear();
-  for (CEnumeration<long> keys = table.GetKeys(); keys.HasMoreElements();)
-    order.push_back(keys.GetNextElement());
-  EXPECT_EQ((std::vector<long>{5, 1, 13, 3}), order);
+  EXPECT_EQ((std::vector<long>{5, 1, 13, 3}), Keys(table));
 
   CHashtable<long, int> copy(table);
-  order.clear();
+  std::vector<long> order;
   copy.ForEach([&](long key, int) { order.push_back(key); });
   EXPECT_EQ((std::vector<long>{5, 1, 13, 3}), order);
   EXPECT_EQ(4u, copy.GetSize());
