@@ -1,4 +1,6 @@
+#include <functional>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -69,17 +71,17 @@ TEST_F(DebugPrintStreamTest, EmptyTextsSendNothing) {
 
 TEST_F(DebugPrintStreamTest, RawBytesAreRefusedAndCloseIsFinal) {
   CDebugPrintStream out;
-  const char* unsupported = "Unsupported on class CDebugPrintStream.";
-  vesk_test::ExpectThrow<CIOException>([&] { out.Write('x'); }, unsupported);
-  vesk_test::ExpectThrow<CIOException>([&] { out.Write("ab", 2); }, unsupported);
-  vesk_test::ExpectThrow<CIOException>([&] { out.Write("ab", 0, 2); }, unsupported);
+  using Call = std::function<void()>;
+  const std::vector<Call> raw = {[&] { out.Write('x'); }, [&] { out.Write("ab", 2); },
+                                 [&] { out.Write("ab", 0, 2); }};
+  for (const Call& call : raw)
+    vesk_test::ExpectThrow<CIOException>(call, "Unsupported on class CDebugPrintStream.");
   EXPECT_NO_THROW(out.Flush());
   out.Close();
   out.Close();  // repeatable
   EXPECT_FALSE(out.IsOpen());
-  vesk_test::ExpectThrow<CIOException>([&] { out.Write('x'); }, "Stream closed.");
-  vesk_test::ExpectThrow<CIOException>([&] { out.Print(1); }, "Stream closed.");
-  vesk_test::ExpectThrow<CIOException>([&] { out.Flush(); }, "Stream closed.");
+  for (const Call& call : {raw[0], Call([&] { out.Print(1); }), Call([&] { out.Flush(); })})
+    vesk_test::ExpectThrow<CIOException>(call, "Stream closed.");
   EXPECT_TRUE(m_pieces.empty());
 }
 
