@@ -81,42 +81,27 @@ TEST(DataOutputStream, WireFormat) {
 }
 
 TEST(DataOutputStream, Strings) {
-  const CUnicodeString hE = FromU16(u"h\u00E9");
-  EXPECT_EQ(Written([&](CDataOutputStream& o) { o.WriteString(hE); }),
-            std::string("\x00\x00\x00\x03\x68\xC3\xA9", 7));
-  EXPECT_EQ(Written<CJavaDataOutputStream>([&](CJavaDataOutputStream& o) { o.WriteString(hE); }),
-            std::string("\x00\x03\x68\xC3\xA9", 5));
-
   // Empty strings: the native form writes a zero count for an empty
   // CUnicodeString but nothing at all for an empty or null zero-terminated
   // text; the compatible form always writes its count.
   const unsigned short none[] = {0};
-  EXPECT_EQ(Written([](CDataOutputStream& o) { o.WriteString(CUnicodeString()); }),
-            std::string(4, '\0'));
-  EXPECT_EQ(Written([&](CDataOutputStream& o) { o.WriteString(none); }), "");
-  EXPECT_EQ(Written([](CDataOutputStream& o) {
-              o.WriteString(static_cast<const unsigned short*>(nullptr));
-            }),
-            "");
-  EXPECT_EQ(Written<CJavaDataOutputStream>([&](CJavaDataOutputStream& o) { o.WriteString(none); }),
-            std::string(2, '\0'));
-  EXPECT_EQ(Written<CJavaDataOutputStream>([](CJavaDataOutputStream& o) {
-              o.WriteString(static_cast<const unsigned short*>(nullptr));
-            }),
-            std::string(2, '\0'));
+  const auto all = [&](CDataOutputStream& o) {
+    o.WriteString(FromU16(u"h\u00E9"));
+    o.WriteString(CUnicodeString());
+    o.WriteString(none);
+    o.WriteString(static_cast<const unsigned short*>(nullptr));
+  };
+  EXPECT_EQ(Written(all), vesk_test::Bytes({0, 0, 0, 3, 'h', 0xC3, 0xA9, 0, 0, 0, 0}));
+  EXPECT_EQ(Written<CJavaDataOutputStream>(all),
+            vesk_test::Bytes({0, 3, 'h', 0xC3, 0xA9, 0, 0, 0, 0, 0, 0}));
 
   // The operators dispatch through the virtual writers: a compatible
   // stream behind a base reference writes its own form.
   const unsigned short ab[] = {'a', 'b', 0};
-  EXPECT_EQ(Written<CJavaDataOutputStream>([&](CJavaDataOutputStream& o) {
-              CDataOutputStream& base = o;
+  EXPECT_EQ(Written<CJavaDataOutputStream>([&](CDataOutputStream& base) {
               base << ab << CUnicodeString(ab);
             }),
-            std::string("\x00\x02"
-                        "ab"
-                        "\x00\x02"
-                        "ab",
-                        8));
+            vesk_test::Bytes({0, 2, 'a', 'b', 0, 2, 'a', 'b'}));
 }
 
 TEST(JavaDataOutputStream, LengthLimit) {
@@ -210,12 +195,7 @@ TEST(DataInputStream, SignedReadsDoNotGoThroughTheUnsignedSlots) {
 
 TEST(DataInputStream, StringReads) {
   // A zero byte in the data ends the string; the rest of it is consumed.
-  CTestInputStream source(
-      std::string("\x00\x00\x00\x05"
-                  "ab\0cd"
-                  "\x00\x01"
-                  "x",
-                  12));
+  CTestInputStream source(vesk_test::Bytes({0, 0, 0, 5, 'a', 'b', 0, 'c', 'd', 0, 1, 'x'}));
   CDataInputStream in(&source);
   EXPECT_EQ(ToU16(in.ReadString()), u"ab");
   EXPECT_EQ(in.GetAvailable(), 3u);
@@ -247,10 +227,7 @@ TEST(DataInputStream, LongStringsArriveInPieces) {
 }
 
 TEST(DataInputStream, StringBufferAllocationFailure) {
-  CTestInputStream source(
-      std::string("\x00\x00\x00\x03"
-                  "abc",
-                  7));
+  CTestInputStream source(vesk_test::Bytes({0, 0, 0, 3, 'a', 'b', 'c'}));
   CDataInputStream in(&source);
   long live = platform::LiveAllocations();
   platform::FailAllocationAt(1, true);
@@ -288,16 +265,14 @@ TEST(DataStreams, ObjectsWriteExactlyTheirHooksBytes) {
 
 TEST(DataStreams, ConstructorsRejectMissingStreams) {
   // The two input forms tell apart by their (misspelt) text.
-  const char* in = "vesk/io/DataInputStream";
-  const char* out = "vesk/io/DataOutputStream";
-  ExpectThrow<CIllegalArgumentException>([] { CDataInputStream s{CRef<CInputStream>()}; },
-                                         "Invalid input stream.", in);
-  ExpectThrow<CIllegalArgumentException>([] { CJavaDataInputStream s((CInputStream*)nullptr); },
-                                         "Invalid intput stream.", in);
-  ExpectThrow<CIllegalArgumentException>([] { CDataOutputStream s{CRef<COutputStream>()}; },
-                                         "Invalid output stream.", out);
-  ExpectThrow<CIllegalArgumentException>([] { CJavaDataOutputStream s((COutputStream*)nullptr); },
-                                         "Invalid output stream.", out);
+  const char *in = "vesk/io/DataInputStream", *out = "vesk/io/DataOutputStream";
+  using E = CIllegalArgumentException;
+  ExpectThrow<E>([] { CDataInputStream s{CRef<CInputStream>()}; }, "Invalid input stream.", in);
+  ExpectThrow<E>([] { CJavaDataInputStream s((CInputStream*)nullptr); }, "Invalid intput stream.",
+                 in);
+  ExpectThrow<E>([] { CDataOutputStream s{CRef<COutputStream>()}; }, "Invalid output stream.", out);
+  ExpectThrow<E>([] { CJavaDataOutputStream s((COutputStream*)nullptr); },
+                 "Invalid output stream.", out);
 }
 
 TEST(DataStreams, ForwardingAndClose) {
