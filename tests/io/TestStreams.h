@@ -4,6 +4,7 @@
 #define VESK_TESTS_IO_TESTSTREAMS_H
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
@@ -218,7 +219,7 @@ inline std::string CommandOutput(const std::string& command, int* status = nullp
 }
 
 /// The bytes of a file ("" when it cannot be read).
-inline std::string FileBytes(const std::string& path) {
+inline std::string FileBytes(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
   return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
