@@ -268,19 +268,16 @@ TEST(XMLTextWriterTest, RuleViolationsThrowTheirMessages) {
   EXPECT_EQ(Written([](CXMLTextWriter& w) { w.WriteComment(W(u"c")); }), "<!-- c-->\n");
 
   CMemoryOutputStream out;
-  ExpectThrow<CXMLException>([&] { CXMLTextWriter w(&out, "", 8, nullptr, nullptr, false); },
-                             "Invalid encoding specification.", "vesk/io/XMLTextWriter");
-  ExpectThrow<CXMLException>([&] { CXMLTextWriter w(&out, nullptr, 8, nullptr, nullptr, false); },
-                             "Invalid encoding specification.");
-  EXPECT_THROW(CXMLTextWriter(&out, "utf-8", 8, nullptr, nullptr, false),
-               vesk::io::CUnsupportedEncodingException);
-  ExpectThrow<vesk::base::CIllegalArgumentException>(
-      [&] {
-        CXMLTextWriter w(static_cast<COutputStream*>(nullptr), "UTF-8", 8, nullptr, nullptr, false);
-      },
-      "Invalid output stream..");
-  ExpectThrow<vesk::base::CIllegalArgumentException>(
-      [&] { CXMLTextWriter w(&out, "UTF-8", 0, nullptr, nullptr, false); }, "Invalid buffer size.");
+  auto make = [&](COutputStream* to, const char* encoding, unsigned int size) {
+    CXMLTextWriter w(to, encoding, size, nullptr, nullptr, false);
+  };
+  for (const char* encoding : {"", static_cast<const char*>(nullptr)})
+    ExpectThrow<CXMLException>([&] { make(&out, encoding, 8); }, "Invalid encoding specification.",
+                               "vesk/io/XMLTextWriter");
+  EXPECT_THROW(make(&out, "utf-8", 8), vesk::io::CUnsupportedEncodingException);
+  using vesk::base::CIllegalArgumentException;
+  ExpectThrow<CIllegalArgumentException>([&] { make(nullptr, "UTF-8", 8); }, "Invalid output stream..");
+  ExpectThrow<CIllegalArgumentException>([&] { make(&out, "UTF-8", 0); }, "Invalid buffer size.");
 }
 
 TEST(XMLTextWriterTest, SharedStreamLivesAndClosesWithTheWriter) {
@@ -313,14 +310,13 @@ TEST(XMLTextWriterTest, WritesAFileByLocation) {
     writer.WriteElementString(W(u"a"), W(u"\u00e9"));
     writer.Close();
   }
-  std::stringstream read;
-  read << std::ifstream(path).rdbuf();
-  EXPECT_EQ(read.str(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\xC3\xA9</a>\n");
+  const std::string written = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\xC3\xA9</a>\n";
+  EXPECT_EQ(vesk_test::FileBytes(path), written);
   // A bad encoding is refused before the file is emptied.
   ExpectThrow<CXMLException>(
       [&] { CXMLTextWriter w(IO::Location(path), "", 16, nullptr, kLf, false); },
       "Invalid encoding specification.");
-  EXPECT_EQ(read.str().size(), std::ifstream(path, std::ios::ate).tellg());
+  EXPECT_EQ(vesk_test::FileBytes(path), written);
   std::filesystem::remove_all(scratch);
   EXPECT_THROW(
       CXMLTextWriter(IO::Location("/nonexistent-dir/x.xml"), "UTF-8", 16, nullptr, kLf, false),
@@ -332,46 +328,34 @@ TEST(XMLTextWriterTest, WritesAFileByLocation) {
 /// Records the string writes the defaults delegate to.
 class CRecordingWriter : public vesk::io::CXMLWriter {
  public:
+  using S = const unsigned short*;
   std::u16string log;
-  void Note(const char16_t* what, const unsigned short* a, const unsigned short* b,
-            const unsigned short* c = nullptr) {
+  void Note(const char16_t* what, S a, S b, S c = nullptr) {
     log += what;
-    for (const unsigned short* t : {a, b, c})
+    for (S t : {a, b, c})
       if (t) log += u"|" + std::u16string(reinterpret_cast<const char16_t*>(t));
     log += u";";
   }
   void WriteStartDocument() override {}
   void WriteEndDocument() override {}
-  void WriteCDATA(const unsigned short*) override {}
-  void WriteComment(const unsigned short*) override {}
-  void WriteProcessingInstruction(const unsigned short*, const unsigned short*) override {}
-  void WriteEntityRef(const unsigned short*) override {}
-  void WriteWhitespace(const unsigned short*) override {}
-  void WriteStartElement(const unsigned short*) override {}
-  void WriteStartElement(const unsigned short*, const unsigned short*) override {}
-  void WriteStartElement(const unsigned short*, const unsigned short*,
-                         const unsigned short*) override {}
+  void WriteCDATA(S) override {}
+  void WriteComment(S) override {}
+  void WriteProcessingInstruction(S, S) override {}
+  void WriteEntityRef(S) override {}
+  void WriteWhitespace(S) override {}
+  void WriteStartElement(S) override {}
+  void WriteStartElement(S, S) override {}
+  void WriteStartElement(S, S, S) override {}
   void WriteEndElement() override {}
   void WriteFullEndElement() override {}
-  void WriteElementString(const unsigned short* l, const unsigned short* ns,
-                          const unsigned short* t) override {
-    Note(u"E", l, ns, t);
-  }
-  void WriteElementString(const unsigned short* l, const unsigned short* t) override {
-    Note(u"E", l, t);
-  }
-  void WriteAttribute(const unsigned short*, const unsigned short*, const unsigned short*,
-                      const unsigned short*) override {}
-  void WriteAttribute(const unsigned short* l, const unsigned short* ns,
-                      const unsigned short* v) override {
-    Note(u"A", l, ns, v);
-  }
-  void WriteAttribute(const unsigned short* l, const unsigned short* v) override {
-    Note(u"A", l, v);
-  }
-  void WriteAttrDefaultNamespaceDeclaration(const unsigned short*) override {}
-  void WriteAttrNamespaceDeclaration(const unsigned short*, const unsigned short*) override {}
-  void WriteString(const unsigned short* t) override { Note(u"S", t, nullptr); }
+  void WriteElementString(S l, S ns, S t) override { Note(u"E", l, ns, t); }
+  void WriteElementString(S l, S t) override { Note(u"E", l, t); }
+  void WriteAttribute(S, S, S, S) override {}
+  void WriteAttribute(S l, S ns, S v) override { Note(u"A", l, ns, v); }
+  void WriteAttribute(S l, S v) override { Note(u"A", l, v); }
+  void WriteAttrDefaultNamespaceDeclaration(S) override {}
+  void WriteAttrNamespaceDeclaration(S, S) override {}
+  void WriteString(S t) override { Note(u"S", t, nullptr); }
   void Flush() override {}
   void Close() override {}
 };
@@ -379,10 +363,7 @@ class CRecordingWriter : public vesk::io::CXMLWriter {
 class CNothing : public vesk::io::IXMLSerializable {
  public:
   void ReadXML(vesk::io::CXMLReader&) override {}
-  void WriteXML(vesk::io::CXMLWriter& w) const override {
-    ++calls;
-    (void)w;
-  }
+  void WriteXML(vesk::io::CXMLWriter&) const override { ++calls; }
   mutable int calls = 0;
 };
 
