@@ -102,7 +102,7 @@ TEST(MemoryInputStreamTest, ZeroLengthBlockIsValidAndNullIsNot) {
       "vesk/io/MemoryInputStream");
 }
 
-TEST(MemoryInputStreamTest, ClosedStreamRefusesEverythingAndFreesAnOwnedBlock) {
+TEST(MemoryInputStreamTest, ClosedStreamRefusesEverythingAndOwnedBlocksAreFreed) {
   long live = platform::LiveAllocations();
   char* block = static_cast<char*>(platform::Alloc(4));
   std::memcpy(block, "wxyz", 4);
@@ -116,17 +116,14 @@ TEST(MemoryInputStreamTest, ClosedStreamRefusesEverythingAndFreesAnOwnedBlock) {
            [&] { in.Skip(1); }, [&] { in.GetAvailable(); }, [&] { in.Reset(); },
            [&] { in.Close(); }})
     ExpectError(call, "Stream closed.");
-}
-
-TEST(MemoryInputStreamTest, DestructorFreesOnlyAnOwnedBlock) {
-  long live = platform::LiveAllocations();
+  // The destructor too frees an owned block, and only that.
   {
-    CMemoryInputStream in(static_cast<char*>(platform::Alloc(16)), 16, true);
+    CMemoryInputStream owned(static_cast<char*>(platform::Alloc(16)), 16, true);
     EXPECT_EQ(platform::LiveAllocations(), live + 1);
   }
   EXPECT_EQ(platform::LiveAllocations(), live);
   char* borrowed = static_cast<char*>(platform::Alloc(16));
-  { CMemoryInputStream in(borrowed, 16, false); }
+  { CMemoryInputStream lent(borrowed, 16, false); }
   EXPECT_EQ(platform::LiveAllocations(), live + 1);
   platform::Free(borrowed);
 }

@@ -32,26 +32,23 @@ class ObjectVectorTest : public ::testing::Test {
   void TearDown() override { EXPECT_EQ(0, CNumber::s_live); }
 };
 
-TEST_F(ObjectVectorTest, CapacityFollowsTheGrowthStepBothWays) {
-  CObjectVector v(0, 4);
-  EXPECT_EQ(0u, v.GetCapacity());
-  for (int i = 0; i < 5; ++i) v.AddElement(VESK_NEW CNumber(i));
-  EXPECT_EQ(8u, v.GetCapacity());
+// Growth and shrinking on every change follow the slot rules the string
+// vectors' random runs check at each step; here the object vector's own
+// entry points.
+TEST_F(ObjectVectorTest, CapacityRoundsToTheGrowthStep) {
+  CObjectVector v(7, 5);
+  EXPECT_EQ(10u, v.GetCapacity());
+  v.EnsureCapacity(11);
+  EXPECT_EQ(15u, v.GetCapacity());
+  for (int i = 0; i < 3; ++i) v.AddElement(VESK_NEW CNumber(i));
   v.RemoveElementAt(0);
-  v.RemoveElementAt(0);
-  EXPECT_EQ(4u, v.GetCapacity());
-  EXPECT_EQ(3u, v.GetSize());
-  EXPECT_EQ(2, ValueAt(v, 0));
+  EXPECT_EQ(5u, v.GetCapacity());
+  EXPECT_EQ(1, ValueAt(v, 0));
   v.RemoveAllElements();
-  EXPECT_EQ(4u, v.GetCapacity());
+  EXPECT_EQ(5u, v.GetCapacity());
   EXPECT_TRUE(v.IsEmpty());
   v.TrimToSize();
   EXPECT_EQ(0u, v.GetCapacity());
-
-  CObjectVector preallocated(7, 5);
-  EXPECT_EQ(10u, preallocated.GetCapacity());
-  preallocated.EnsureCapacity(11);
-  EXPECT_EQ(15u, preallocated.GetCapacity());
 }
 
 TEST_F(ObjectVectorTest, OwnershipOfSetInsertRemoveAndDetach) {
