@@ -151,11 +151,6 @@ class BufferedOutTest : public ::testing::Test {};
 using BufferedOuts = ::testing::Types<ByteOut, UnitOut>;
 TYPED_TEST_SUITE(BufferedOutTest, BufferedOuts);
 
-template <class Sink>
-std::vector<int> Writes(const Sink& sink) {
-  return std::vector<int>(sink.writes.begin(), sink.writes.end());
-}
-
 TYPED_TEST(BufferedOutTest, BuffersShortWritesAndPassesLongOnes) {
   typename TypeParam::Sink sink;
   typename TypeParam::Decorator out(&sink, 4);
@@ -163,11 +158,11 @@ TYPED_TEST(BufferedOutTest, BuffersShortWritesAndPassesLongOnes) {
   out.Write(text.c_str(), 3);  // size - 1: buffered
   EXPECT_TRUE(sink.data.empty());
   out.Write(text.c_str(), 3, 1);  // fills the buffer: flushed at once
-  EXPECT_EQ(Writes(sink), std::vector<int>{4});
+  EXPECT_EQ(sink.writes, std::vector<int>{4});
   out.Write(text.c_str(), 4, 4);  // the buffer size: straight through
   out.Write(text.c_str(), 9, 2);
   out.Write(text.c_str(), 11, 6);  // flushes "yz" first
-  EXPECT_EQ(Writes(sink), (std::vector<int>{4, 4, 2, 6}));
+  EXPECT_EQ(sink.writes, (std::vector<int>{4, 4, 2, 6}));
   out.Write(decltype(text.c_str())(nullptr), 3);
   out.Write(text.c_str(), 0xFFFFFFFFu, 2);  // the range wraps: nothing
   EXPECT_EQ(sink.data, TypeParam::Text("abcdefghyz123456"));

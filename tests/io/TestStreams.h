@@ -37,52 +37,69 @@ struct Tally {
   int resets = 0;
 };
 
-/// Collects bytes; records the length of every array write (-1 for a single
-/// byte write).
-class CTestOutputStream : public vesk::io::COutputStream {
+/// What every test stream shares: its tally (its own unless given one) and a
+/// Close that can be told to fail.
+template <class Base>
+class CTallied : public Base {
  public:
-  explicit CTestOutputStream(Tally* tally = nullptr) : m_tally(tally ? tally : &m_own) {}
-  ~CTestOutputStream() override { ++m_tally->destroyed; }
-
-  void Write(const char* buffer, unsigned int offset, unsigned int length) override {
-    if (!buffer) return;
-    writes.push_back(static_cast<int>(length));
-    data.append(buffer + offset, length);
+  explicit CTallied(Tally* tally) : m_tally(tally ? tally : &m_own) {}
+  ~CTallied() override { ++m_tally->destroyed; }
+  void Close() override {
+    ++m_tally->closed;
+    if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
   }
+  const Tally& tally() const { return *m_tally; }
+
+  bool failClose = false;
+
+ protected:
+  Tally m_own;
+  Tally* m_tally;
+};
+
+/// Collects bytes or 16-bit units; records the length of every array write
+/// (-1 for a single byte write) and the data size at each Flush.
+template <class Base, class Unit>
+class CTestSink : public CTallied<Base> {
+ public:
+  explicit CTestSink(Tally* tally = nullptr) : CTallied<Base>(tally) {}
+
+  using Base::Write;
+  void Write(const Unit* units, unsigned int offset, unsigned int length) override {
+    if (!units) return;
+    writes.push_back(static_cast<int>(length));
+    data.append(units + offset, length);
+  }
+  void Flush() override {
+    ++this->m_tally->flushed;
+    flushedAt.push_back(data.size());
+  }
+
+  std::basic_string<Unit> data;
+  std::vector<int> writes;
+  std::vector<size_t> flushedAt;
+};
+
+class CTestOutputStream : public CTestSink<vesk::io::COutputStream, char> {
+ public:
+  using CTestSink::CTestSink;
+  using CTestSink::Write;
   void Write(const char* buffer, unsigned int length) override { Write(buffer, 0, length); }
   void Write(char byte) override {
     writes.push_back(-1);
     data.push_back(byte);
   }
-  void Flush() override {
-    ++m_tally->flushed;
-    flushedAt.push_back(data.size());
-  }
-  void Close() override {
-    ++m_tally->closed;
-    if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
-  }
-
-  const Tally& tally() const { return *m_tally; }
-
-  std::string data;
-  std::vector<int> writes;
-  std::vector<size_t> flushedAt;  // data size at each Flush
-  bool failClose = false;
-
- private:
-  Tally m_own;
-  Tally* m_tally;
 };
+
+using CTestWriter = CTestSink<vesk::io::CWriter, unsigned short>;
 
 /// Hands out a fixed text, at most chunk bytes per array read (0: no limit).
 /// Skip is the contract's default.
 template <class Base, class Unit>
-class CScriptedSource : public Base {
+class CScriptedSource : public CTallied<Base> {
  public:
   CScriptedSource(std::basic_string<Unit> text, unsigned int chunk = 0, Tally* tally = nullptr)
-      : data(std::move(text)), m_chunk(chunk), m_tally(tally ? tally : &m_own) {}
-  ~CScriptedSource() override { ++m_tally->destroyed; }
+      : CTallied<Base>(tally), data(std::move(text)), m_chunk(chunk) {}
 
   using Base::Read;
   int Read(Unit* buffer, unsigned int offset, unsigned int length) override {
@@ -97,25 +114,16 @@ class CScriptedSource : public Base {
     return static_cast<int>(n);
   }
   void Reset() override {
-    ++m_tally->resets;
+    ++this->m_tally->resets;
     position = 0;
   }
-  void Close() override {
-    ++m_tally->closed;
-    if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
-  }
-
-  const Tally& tally() const { return *m_tally; }
 
   std::basic_string<Unit> data;
   size_t position = 0;
   std::vector<unsigned int> requests;  // lengths asked for by array reads
-  bool failClose = false;
 
  protected:
   unsigned int m_chunk;
-  Tally m_own;
-  Tally* m_tally;
 };
 
 class CTestInputStream : public CScriptedSource<vesk::io::CInputStream, char> {
@@ -127,34 +135,6 @@ class CTestInputStream : public CScriptedSource<vesk::io::CInputStream, char> {
 };
 
 using CTestReader = CScriptedSource<vesk::io::CReader, unsigned short>;
-
-/// Collects 16-bit units; records the length of every array write.
-class CTestWriter : public vesk::io::CWriter {
- public:
-  explicit CTestWriter(Tally* tally = nullptr) : m_tally(tally ? tally : &m_own) {}
-  ~CTestWriter() override { ++m_tally->destroyed; }
-
-  using vesk::io::CWriter::Write;
-  void Write(const unsigned short* chars, unsigned int offset, unsigned int length) override {
-    writes.push_back(length);
-    data.append(chars + offset, length);
-  }
-  void Flush() override { ++m_tally->flushed; }
-  void Close() override {
-    ++m_tally->closed;
-    if (failClose) throw vesk::io::CIOException("test", 1, "close failed");
-  }
-
-  const Tally& tally() const { return *m_tally; }
-
-  std::basic_string<unsigned short> data;
-  std::vector<unsigned int> writes;
-  bool failClose = false;
-
- private:
-  Tally m_own;
-  Tally* m_tally;
-};
 
 using vesk::testing::ExpectThrow;
 

@@ -23,7 +23,7 @@ TEST(WriterContractTest, DefaultsGoThroughTheArrayWrite) {
   out.Write(static_cast<const unsigned short*>(nullptr));
   out.Write(static_cast<const unsigned short*>(nullptr), 3);
   EXPECT_EQ(sink.data, std::basic_string<unsigned short>{0xFFFF} + U16("abcab"));
-  EXPECT_EQ(sink.writes, (std::vector<unsigned int>{1, 3, 2}));
+  EXPECT_EQ(sink.writes, (std::vector<int>{1, 3, 2}));
 
   sink.data.clear();
   CUnicodeString text("hello");
