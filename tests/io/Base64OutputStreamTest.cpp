@@ -70,12 +70,10 @@ TEST(Base64OutputStreamTest, CloseDropsHeldBytesAndClosesTheWrappedStream) {
 }
 
 TEST(Base64OutputStreamTest, NullStreamsAreRejected) {
-  const char* source = "vesk/io/Base64OutputStream";
-  vesk_test::ExpectThrow<CIllegalArgumentException>(
-      [] { CBase64OutputStream out(static_cast<COutputStream*>(nullptr), 0); },
-      "Invalid output stream.", source);
-  vesk_test::ExpectThrow<CIllegalArgumentException>(
-      [] { CBase64OutputStream out(CRef<COutputStream>(), 0); }, "Invalid output stream.", source);
+  vesk_test::ExpectEachThrows<CIllegalArgumentException>(
+      {[] { CBase64OutputStream out(static_cast<COutputStream*>(nullptr), 0); },
+       [] { CBase64OutputStream out(CRef<COutputStream>(), 0); }},
+      "Invalid output stream.", "vesk/io/Base64OutputStream");
 }
 
 TEST(Base64OutputStreamTest, FailingWrappedStreamNeverOverrunsTheGroup) {

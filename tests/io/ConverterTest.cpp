@@ -101,13 +101,12 @@ TEST(ConverterRegistryTest, Utf8IsRegisteredBeforeMainUnderItsExactName) {
 }
 
 TEST(ConverterRegistryTest, EmptyNamesAreRejectedByTheNarrowFormsOnly) {
-  ExpectThrow<CIllegalArgumentException>([] { CWCharToCharConverter::GetConverter(""); },
-                                         "Invalid encoding.");
-  ExpectThrow<CIllegalArgumentException>(
-      [] { CWCharToCharConverter::GetConverter(static_cast<const char*>(nullptr)); },
+  vesk_test::ExpectEachThrows<CIllegalArgumentException>(
+      {[] { CWCharToCharConverter::GetConverter(""); },
+       [] { CWCharToCharConverter::GetConverter(static_cast<const char*>(nullptr)); },
+       [] { CWCharToCharConverterFactory::GetConverterFactory(""); },
+       [] { CConcreteWCharToCharConverterFactory<CWCharToCharUTF8> f(""); }},
       "Invalid encoding.");
-  ExpectThrow<CIllegalArgumentException>(
-      [] { CWCharToCharConverterFactory::GetConverterFactory(""); }, "Invalid encoding.");
   EXPECT_EQ(CWCharToCharConverterFactory::GetConverterFactory(CString()), nullptr);
   try {
     CWCharToCharConverter::GetConverter(CString());
@@ -115,8 +114,6 @@ TEST(ConverterRegistryTest, EmptyNamesAreRejectedByTheNarrowFormsOnly) {
   } catch (const CUnsupportedEncodingException& e) {
     EXPECT_EQ(e.GetEncoding().GetLength(), 0u);
   }
-  ExpectThrow<CIllegalArgumentException>(
-      [] { CConcreteWCharToCharConverterFactory<CWCharToCharUTF8> f(""); }, "Invalid encoding.");
   EXPECT_FALSE(CWCharToCharConverterFactory::RegisterConverterFactory(nullptr));
   EXPECT_FALSE(CWCharToCharConverterFactory::UnregisterConverterFactory(nullptr));
 }

@@ -306,26 +306,25 @@ TEST(DataStreams, ForwardingAndClose) {
   EXPECT_EQ(source.tally().closed, 1);
   EXPECT_EQ(sink.tally().closed, 1);
 
-  using Call = std::function<void()>;
-  for (const Call& call : std::vector<Call>{
-           [&] { in.GetAvailable(); }, [&] { in.Read(buf, 0, 1); }, [&] { in.Read(buf, 1); },
+  vesk_test::ExpectEachThrows<CIOException>(
+      {[&] { in.GetAvailable(); }, [&] { in.Read(buf, 0, 1); }, [&] { in.Read(buf, 1); },
            [&] { in.Read(); }, [&] { in.Skip(1); }, [&] { in.Reset(); }, [&] { in.ReadBool(); },
            [&] { in.ReadByte(); }, [&] { in.ReadSByte(); }, [&] { in.ReadInt16(); },
            [&] { in.ReadUInt16(); }, [&] { in.ReadInt32(); }, [&] { in.ReadUInt32(); },
            [&] { in.ReadFloat(); }, [&] { in.ReadDouble(); }, [&] { in.ReadString(); },
-           [&] { Point p; in.ReadObject(p); }})
-    ExpectThrow<CIOException>(call, "Stream closed.", "vesk/io/DataInputStream");
+           [&] { Point p; in.ReadObject(p); }},
+      "Stream closed.", "vesk/io/DataInputStream");
   const unsigned short text[] = {'a', 0};
-  for (const Call& call : std::vector<Call>{
-           [&] { out.Write("a", 0, 1); }, [&] { out.Write("a", 1); }, [&] { out.Write('a'); },
+  vesk_test::ExpectEachThrows<CIOException>(
+      {[&] { out.Write("a", 0, 1); }, [&] { out.Write("a", 1); }, [&] { out.Write('a'); },
            [&] { out.Flush(); }, [&] { out.WriteBool(true); }, [&] { out.WriteByte(1); },
            [&] { out.WriteUByte(1); }, [&] { out.WriteInt16(1); }, [&] { out.WriteUInt16(1); },
            [&] { out.WriteInt32(1); }, [&] { out.WriteUInt32(1); }, [&] { out.WriteFloat(1); },
            [&] { out.WriteDouble(1); }, [&] { out.WriteString(text); },
            [&] { out.WriteString(CUnicodeString()); },
            [&] { out.WriteString(static_cast<const unsigned short*>(nullptr)); },
-           [&] { out.WriteObject(Point()); }})
-    ExpectThrow<CIOException>(call, "Stream closed.", "vesk/io/DataOutputStream");
+           [&] { out.WriteObject(Point()); }},
+      "Stream closed.", "vesk/io/DataOutputStream");
   EXPECT_EQ(sink.data, "yzq!");
 
   CTestOutputStream javaSink;

@@ -1,6 +1,4 @@
-#include <functional>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -71,17 +69,15 @@ TEST_F(DebugPrintStreamTest, EmptyTextsSendNothing) {
 
 TEST_F(DebugPrintStreamTest, RawBytesAreRefusedAndCloseIsFinal) {
   CDebugPrintStream out;
-  using Call = std::function<void()>;
-  const std::vector<Call> raw = {[&] { out.Write('x'); }, [&] { out.Write("ab", 2); },
-                                 [&] { out.Write("ab", 0, 2); }};
-  for (const Call& call : raw)
-    vesk_test::ExpectThrow<CIOException>(call, "Unsupported on class CDebugPrintStream.");
+  vesk_test::ExpectEachThrows<CIOException>(
+      {[&] { out.Write('x'); }, [&] { out.Write("ab", 2); }, [&] { out.Write("ab", 0, 2); }},
+      "Unsupported on class CDebugPrintStream.");
   EXPECT_NO_THROW(out.Flush());
   out.Close();
   out.Close();  // repeatable
   EXPECT_FALSE(out.IsOpen());
-  for (const Call& call : {raw[0], Call([&] { out.Print(1); }), Call([&] { out.Flush(); })})
-    vesk_test::ExpectThrow<CIOException>(call, "Stream closed.");
+  vesk_test::ExpectEachThrows<CIOException>(
+      {[&] { out.Write('x'); }, [&] { out.Print(1); }, [&] { out.Flush(); }}, "Stream closed.");
   EXPECT_TRUE(m_pieces.empty());
 }
 

@@ -211,21 +211,22 @@ TEST_F(FileStreamTest, EveryOperationOfAClosedStreamThrows) {
   writer.Close();
   char b[4];
   unsigned short u[4];
-  const std::function<void()> streamOps[] = {
-      [&] { in.GetAvailable(); }, [&] { in.Read(); },        [&] { in.Read(b, 4); },
-      [&] { in.Read(b, 1, 2); },  [&] { in.Read(nullptr, 2); }, [&] { in.Skip(1); },
-      [&] { in.Reset(); },        [&] { in.Close(); },       [&] { out.Write('x'); },
-      [&] { out.Write(b, 4); },   [&] { out.Write(nullptr, 4); }, [&] { out.Write(b, 1, 2); },
-      [&] { out.Flush(); },       [&] { out.Close(); }};
-  for (const auto& op : streamOps) ExpectThrow<CIOException>(op, "Stream closed.");
-  const std::function<void()> unitOps[] = {
-      [&] { reader.Read(); },          [&] { reader.Read(u, 4); },     [&] { reader.Read(u, 1, 2); },
-      [&] { reader.Skip(1); },         [&] { reader.Reset(); },        [&] { reader.Close(); },
-      [&] { writer.Write(u'x'); },     [&] { writer.Write(u, 4); },    [&] { writer.Write(u, 1, 2); },
-      [&] { writer.Write(W(u"")); },   [&] { writer.Write(vesk::base::CUnicodeString()); },
-      [&] { writer.Flush(); },         [&] { writer.Close(); }};
-  int i = 0;
-  for (const auto& op : unitOps) ExpectThrow<CIOException>(op, i++ < 6 ? "Reader closed." : "Writer closed.");
+  vesk_test::ExpectEachThrows<CIOException>(
+      {[&] { in.GetAvailable(); }, [&] { in.Read(); }, [&] { in.Read(b, 4); },
+       [&] { in.Read(b, 1, 2); }, [&] { in.Read(nullptr, 2); }, [&] { in.Skip(1); },
+       [&] { in.Reset(); }, [&] { in.Close(); }, [&] { out.Write('x'); }, [&] { out.Write(b, 4); },
+       [&] { out.Write(nullptr, 4); }, [&] { out.Write(b, 1, 2); }, [&] { out.Flush(); },
+       [&] { out.Close(); }},
+      "Stream closed.");
+  vesk_test::ExpectEachThrows<CIOException>(
+      {[&] { reader.Read(); }, [&] { reader.Read(u, 4); }, [&] { reader.Read(u, 1, 2); },
+       [&] { reader.Skip(1); }, [&] { reader.Reset(); }, [&] { reader.Close(); }},
+      "Reader closed.");
+  vesk_test::ExpectEachThrows<CIOException>(
+      {[&] { writer.Write(u'x'); }, [&] { writer.Write(u, 4); }, [&] { writer.Write(u, 1, 2); },
+       [&] { writer.Write(W(u"")); }, [&] { writer.Write(vesk::base::CUnicodeString()); },
+       [&] { writer.Flush(); }, [&] { writer.Close(); }},
+      "Writer closed.");
 }
 
 TEST_F(FileStreamTest, Utf16PathLandsUnderItsUtf8Name) {

@@ -1,7 +1,5 @@
 #include <cstring>
-#include <functional>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -110,12 +108,10 @@ TEST(MemoryInputStreamTest, ClosedStreamRefusesEverythingAndOwnedBlocksAreFreed)
   in.Close();
   EXPECT_EQ(platform::LiveAllocations(), live);
   char buffer[4];
-  using Call = std::function<void()>;
-  for (const Call& call : std::vector<Call>{
-           [&] { in.Read(); }, [&] { in.Read(buffer, 4); }, [&] { in.Read(nullptr, 0, 4); },
-           [&] { in.Skip(1); }, [&] { in.GetAvailable(); }, [&] { in.Reset(); },
-           [&] { in.Close(); }})
-    ExpectError(call, "Stream closed.");
+  vesk_test::ExpectEachThrows<CIOException>(
+      {[&] { in.Read(); }, [&] { in.Read(buffer, 4); }, [&] { in.Read(nullptr, 0, 4); },
+       [&] { in.Skip(1); }, [&] { in.GetAvailable(); }, [&] { in.Reset(); }, [&] { in.Close(); }},
+      "Stream closed.");
   // The destructor too frees an owned block, and only that.
   {
     CMemoryInputStream owned(static_cast<char*>(platform::Alloc(16)), 16, true);
@@ -168,9 +164,8 @@ TEST(MemoryOutputStreamTest, DetachResetAndClose) {
   out.Close();
   out.Close();  // repeatable
   EXPECT_EQ(vesk_test::Contents(out), "z");
-  ExpectError([&] { out.Write('a'); }, "Stream closed.");
-  ExpectError([&] { out.Write("a", 1); }, "Stream closed.");
-  ExpectError([&] { out.Flush(); }, "Stream closed.");
+  vesk_test::ExpectEachThrows<CIOException>(
+      {[&] { out.Write('a'); }, [&] { out.Write("a", 1); }, [&] { out.Flush(); }}, "Stream closed.");
   out.Reset();
   EXPECT_EQ(out.GetBufferSize(), 0u);
 }

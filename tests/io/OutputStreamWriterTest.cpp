@@ -146,16 +146,14 @@ TEST(OutputStreamWriterTest, ByteOrderMarkIsWrittenAtOnce) {
 
 TEST(OutputStreamWriterTest, ConstructionFailures) {
   CMemoryOutputStream out;
-  ExpectThrow<CIllegalArgumentException>(
-      [] { COutputStreamWriter w(static_cast<COutputStream*>(nullptr), "UTF-8", false); },
+  vesk_test::ExpectEachThrows<CIllegalArgumentException>(
+      {[] { COutputStreamWriter w(static_cast<COutputStream*>(nullptr), "UTF-8", false); },
+       [] { COutputStreamWriter w(CRef<COutputStream>(), "UTF-8", false); }},
       "Invalid output stream..");
-  ExpectThrow<CIllegalArgumentException>(
-      [] { COutputStreamWriter w(CRef<COutputStream>(), "UTF-8", false); },
-      "Invalid output stream..");
-  ExpectThrow<CIllegalArgumentException>([&] { COutputStreamWriter w(&out, "", false); },
-                                         "Invalid encoding.");
-  ExpectThrow<CIllegalArgumentException>([&] { COutputStreamWriter w(&out, nullptr, false); },
-                                         "Invalid encoding.");
+  vesk_test::ExpectEachThrows<CIllegalArgumentException>(
+      {[&] { COutputStreamWriter w(&out, "", false); },
+       [&] { COutputStreamWriter w(&out, nullptr, false); }},
+      "Invalid encoding.");
   try {
     COutputStreamWriter w(&out, "utf-8", true);
     ADD_FAILURE();
@@ -219,10 +217,10 @@ TEST(OutputStreamWriterTest, CloseFlushAndOwnership) {
     EXPECT_EQ(tally.flushed, 0);
     writer.Close();  // silent
     EXPECT_EQ(tally.closed, 1);
-    ExpectThrow<CIOException>([&] { writer.Write(static_cast<unsigned short>('x')); },
-                              "Writer closed.");
-    ExpectThrow<CIOException>([&] { writer.Write(CUnicodeString()); }, "Writer closed.");
-    ExpectThrow<CIOException>([&] { writer.Flush(); }, "Writer closed.");
+    vesk_test::ExpectEachThrows<CIOException>(
+        {[&] { writer.Write(static_cast<unsigned short>('x')); },
+         [&] { writer.Write(CUnicodeString()); }, [&] { writer.Flush(); }},
+        "Writer closed.");
   }
 
   // Destruction neither flushes nor closes a borrowed stream.

@@ -1,6 +1,5 @@
 #include <climits>
 #include <cstdio>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -134,14 +133,12 @@ TEST(PrintWriterTest, ClosedWriterAndOwnership) {
     EXPECT_EQ(tally.closed, 1);
     writer.Close();
     EXPECT_EQ(tally.closed, 1);
-    using Call = std::function<void()>;
-    for (const Call& call : std::vector<Call>{
-             [&] { writer.Print(2); }, [&] { writer.Print(CString("")); },
-             [&] { writer.Println(); }, [&] { writer.Println(3); },
-             [&] { writer.Write(static_cast<unsigned short>('x')); },
-             [&] { writer.Write(U16("x").c_str(), 0u, 1u); },
-             [&] { writer.Write(CUnicodeString("x")); }, [&] { writer.Flush(); }})
-      ExpectClosed(call);
+    vesk_test::ExpectEachThrows<CIOException>(
+        {[&] { writer.Print(2); }, [&] { writer.Print(CString("")); }, [&] { writer.Println(); },
+         [&] { writer.Println(3); }, [&] { writer.Write(static_cast<unsigned short>('x')); },
+         [&] { writer.Write(U16("x").c_str(), 0u, 1u); }, [&] { writer.Write(CUnicodeString("x")); },
+         [&] { writer.Flush(); }},
+        "Writer closed.");
     EXPECT_EQ(target->data, U16("1"));
   }
   EXPECT_EQ(tally.destroyed, 1);

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <initializer_list>
 #include <iterator>
 #include <string>
@@ -137,6 +138,18 @@ class CTestInputStream : public CScriptedSource<vesk::io::CInputStream, char> {
 using CTestReader = CScriptedSource<vesk::io::CReader, unsigned short>;
 
 using vesk::testing::ExpectThrow;
+
+/// Expects each call to throw an E with that description (and throw-site
+/// source when given).
+template <class E>
+void ExpectEachThrows(std::initializer_list<std::function<void()>> calls, const char* description,
+                      const char* source = nullptr) {
+  int i = 0;
+  for (const auto& call : calls) {
+    SCOPED_TRACE("call " + std::to_string(i++));
+    ExpectThrow<E>(call, description, source);
+  }
+}
 
 /// Expects op to throw an exception of the library with that description.
 template <class F>

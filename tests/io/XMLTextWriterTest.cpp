@@ -259,12 +259,10 @@ TEST(XMLTextWriterTest, RuleViolationsThrowTheirMessages) {
                  "Document hasn't been started yet.", false);
   ExpectXMLError([](CXMLTextWriter& w) { w.WriteProcessingInstruction(W(u"t"), nullptr); },
                  "Invalid processing instruction data.", false);
-  ExpectXMLError([](CXMLTextWriter& w) { w.WriteCDATA(W(u"x")); },
-                 "Document root hasn't been written yet.");
-  ExpectXMLError([](CXMLTextWriter& w) { w.WriteEndDocument(); },
-                 "Document root hasn't been written yet.");
-  ExpectXMLError([](CXMLTextWriter& w) { w.WriteEntityRef(W(u"lt")); },
-                 "Document root hasn't been written yet.");
+  for (Script before : {Script([](CXMLTextWriter& w) { w.WriteCDATA(W(u"x")); }),
+                        Script([](CXMLTextWriter& w) { w.WriteEndDocument(); }),
+                        Script([](CXMLTextWriter& w) { w.WriteEntityRef(W(u"lt")); })})
+    ExpectXMLError(before, "Document root hasn't been written yet.");
   EXPECT_EQ(Written([](CXMLTextWriter& w) { w.WriteComment(W(u"c")); }), "<!-- c-->\n");
 
   CMemoryOutputStream out;

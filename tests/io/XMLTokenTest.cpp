@@ -24,11 +24,6 @@ namespace {
 
 const char kListSource[] = "vesk/io/XMLAttributeList";
 
-void ExpectListError(void (*op)(const CXMLAttributeList&), const CXMLAttributeList& list,
-                     const char* message) {
-  ExpectThrow<CXMLException>([&] { op(list); }, message, kListSource);
-}
-
 TEST(XMLTokenTest, KindsAndTextsReachThroughTheInterfaces) {
   CRef<IXMLToken> tokens[] = {new CXMLCommentToken(W(u"c")),
                               new CXMLPIToken(W(u"t"), W(u"d")),
@@ -76,24 +71,22 @@ TEST(XMLAttributeListTest, LookupsAnswerTheFirstMatchInDocumentOrder) {
               q.GetNamespaceURI() == "urn:2");
   ExpectThrow<CArrayIndexOutOfBoundsException>([&] { list.GetAt(4); }, nullptr, "vesk/util/Vector");
   // An unprefixed attribute cannot be found by URI: the empty URI is refused.
-  ExpectListError([](const CXMLAttributeList& l) { l.Contains(W(u""), W(u"plain")); }, list,
-                  "Invalid namespace URI.");
-  ExpectListError([](const CXMLAttributeList& l) { l.Get(nullptr, nullptr); }, list,
-                  "Invalid namespace URI.");
-  ExpectListError([](const CXMLAttributeList& l) { l.Get(W(u"urn:1"), W(u"")); }, list,
-                  "Invalid local name.");
-  ExpectListError([](const CXMLAttributeList& l) { l.Contains(nullptr); }, list,
-                  "Invalid qualified name.");
-  ExpectListError([](const CXMLAttributeList& l) { l.Get(W(u"")); }, list,
-                  "Invalid qualified name.");
-  ExpectListError([](const CXMLAttributeList& l) { l.Get(W(u"b")); }, list, "No such attribute.");
-  ExpectListError([](const CXMLAttributeList& l) { l.Get(W(u"urn:1"), W(u"b")); }, list,
-                  "No such attribute.");
+  vesk_test::ExpectEachThrows<CXMLException>(
+      {[&] { list.Contains(W(u""), W(u"plain")); }, [&] { list.Get(nullptr, nullptr); }},
+      "Invalid namespace URI.", kListSource);
+  ExpectThrow<CXMLException>([&] { list.Get(W(u"urn:1"), W(u"")); }, "Invalid local name.",
+                             kListSource);
+  vesk_test::ExpectEachThrows<CXMLException>(
+      {[&] { list.Contains(nullptr); }, [&] { list.Get(W(u"")); }}, "Invalid qualified name.",
+      kListSource);
 
   CXMLAttributeList empty;
   EXPECT_EQ(empty.GetCount(), 0u);
   EXPECT_FALSE(empty.Contains(W(u"a")));
-  ExpectListError([](const CXMLAttributeList& l) { l.Get(W(u"a")); }, empty, "No such attribute.");
+  vesk_test::ExpectEachThrows<CXMLException>(
+      {[&] { list.Get(W(u"b")); }, [&] { list.Get(W(u"urn:1"), W(u"b")); },
+       [&] { empty.Get(W(u"a")); }},
+      "No such attribute.", kListSource);
 }
 
 TEST(XMLAttributeListTest, CopiesAndGrowthSurviveAllocationFailures) {
