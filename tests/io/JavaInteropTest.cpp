@@ -174,15 +174,11 @@ TEST_F(JavaInterop, JdkReadsWhatWeWrite) {
   EXPECT_EQ(status, 0) << printed.substr(0, 2000);
   // Line by line, so a mismatch in the long string does not flood the log.
   std::istringstream got(printed), want(expected);
-  std::string gotLine, wantLine;
-  int line = 0;
-  while (std::getline(want, wantLine)) {
-    ++line;
-    ASSERT_TRUE(std::getline(got, gotLine)) << "output ends before line " << line;
-    EXPECT_TRUE(gotLine == wantLine) << "line " << line << ": got " << gotLine.substr(0, 80)
-                                     << ", want " << wantLine.substr(0, 80);
+  for (std::string g, w; std::getline(want, w);) {
+    ASSERT_TRUE(std::getline(got, g)) << "output ends before " << w.substr(0, 80);
+    EXPECT_TRUE(g == w) << "got " << g.substr(0, 80) << ", want " << w.substr(0, 80);
   }
-  EXPECT_FALSE(std::getline(got, gotLine)) << "extra output: " << gotLine.substr(0, 80);
+  EXPECT_TRUE(got.peek() == EOF) << "extra output";
 }
 
 TEST_F(JavaInterop, WeReadWhatJdkWrites) {
