@@ -64,8 +64,6 @@ TEST(StringHashTest, ShortAndLongKeys) {
   EXPECT_EQ(7, vesk::util::GetUnsignedLongHashCode(7UL));
 }
 
-std::string Text(const CString& s) { return s.operator const char*(); }
-
 int CompareStrings(const void* a, const void* b) {
   return std::strcmp(*static_cast<const CString*>(a), *static_cast<const CString*>(b));
 }
