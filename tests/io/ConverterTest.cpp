@@ -1,4 +1,3 @@
-#include <cstring>
 #include <random>
 #include <string>
 #include <vector>
@@ -174,33 +173,30 @@ TEST(Utf8ConverterTest, SurrogatePairsEncodeOnlyWhenSplitAcrossCalls) {
   CWCharToCharUTF8 c;
   EXPECT_EQ(c.GetPendingHighSurrogate(), CWCharToCharUTF8::kNoPendingSurrogate);
   EXPECT_EQ(CWCharToCharUTF8::kNoPendingSurrogate, 48);
-  // A lone low surrogate is encoded like any other unit.
-  EXPECT_EQ(Encode(c, U16String{0xDC00, 'a'}), Bytes({0xED, 0xB0, 0x80, 'a'}));
-  // Whole in one call: one "?" for both units.
-  EXPECT_EQ(Encode(c, U16String{0xD83D, 0xDE00}), "?");
-  // The unit after a high surrogate is swallowed whatever it is.
-  EXPECT_EQ(Encode(c, U16String{0xD800, 'A', 'B'}), "?B");
-  EXPECT_EQ(Encode(c, U16String{0xD800, 0x41}), "?");
-
-  // Split: the high half waits, the pair becomes four bytes.
-  EXPECT_EQ(Encode(c, U16String{'x', 0xD83D}), "x");
-  EXPECT_EQ(c.GetPendingHighSurrogate(), 0xD83D);
-  // An empty call leaves it pending.
-  EXPECT_EQ(Encode(c, U16String{}), "");
-  EXPECT_EQ(Encode(c, U16String{0xDE00, 'y'}), Bytes({0xF0, 0x9F, 0x98, 0x80, 'y'}));
-  EXPECT_EQ(c.GetPendingHighSurrogate(), 48);
-  EXPECT_EQ(Encode(c, U16String{0xDBFF}), "");
-  EXPECT_EQ(Encode(c, U16String{0xDFFF}), Bytes({0xF4, 0x8F, 0xBF, 0xBF}));
-
-  // An orphan becomes "?" and the unit that follows it is still encoded.
-  Encode(c, U16String{0xD800});
-  EXPECT_EQ(Encode(c, U16String{0xE9}), Bytes({'?', 0xC3, 0xA9}));
-  EXPECT_EQ(c.GetPendingHighSurrogate(), 48);
-  // A pending half followed by a new high half: "?" and the new one waits.
-  Encode(c, U16String{0xD800});
-  EXPECT_EQ(Encode(c, U16String{0xD801}), "?");
-  EXPECT_EQ(c.GetPendingHighSurrogate(), 0xD801);
-
+  // One call after another on one converter: the units, their bytes, the
+  // unit left pending.
+  const struct {
+    U16String units;
+    std::string bytes;
+    unsigned short pending;
+  } calls[] = {
+      {{0xDC00, 'a'}, Bytes({0xED, 0xB0, 0x80, 'a'}), 48},  // a lone low half: like any unit
+      {{0xD83D, 0xDE00}, "?", 48},  // a pair in one call: one '?'
+      {{0xD800, 'A', 'B'}, "?B", 48},  // the unit after a high half is swallowed
+      {{'x', 0xD83D}, "x", 0xD83D},  // split: the high half waits ...
+      {{}, "", 0xD83D},  // ... through an empty call ...
+      {{0xDE00, 'y'}, Bytes({0xF0, 0x9F, 0x98, 0x80, 'y'}), 48},  // ... and the pair is 4 bytes
+      {{0xDBFF}, "", 0xDBFF},
+      {{0xDFFF}, Bytes({0xF4, 0x8F, 0xBF, 0xBF}), 48},
+      {{0xD800}, "", 0xD800},
+      {{0xE9}, Bytes({'?', 0xC3, 0xA9}), 48},  // an orphan: '?', and the next unit
+      {{0xD800}, "", 0xD800},
+      {{0xD801}, "?", 0xD801},  // a new high half: '?', and the new one waits
+  };
+  for (const auto& call : calls) {
+    EXPECT_EQ(Encode(c, call.units), call.bytes);
+    EXPECT_EQ(c.GetPendingHighSurrogate(), call.pending);
+  }
   // Reset drops it and reports the idle value; copies carry it.
   CWCharToCharUTF8 copy(c);
   EXPECT_EQ(copy.GetPendingHighSurrogate(), 0xD801);
@@ -209,28 +205,13 @@ TEST(Utf8ConverterTest, SurrogatePairsEncodeOnlyWhenSplitAcrossCalls) {
   EXPECT_EQ(Encode(copy, U16String{0xDC00}), Bytes({0xF0, 0x90, 0x90, 0x80}));
   copy = c;
   EXPECT_EQ(copy.GetPendingHighSurrogate(), 48);
-}
-
-TEST(Utf8ConverterTest, OutputAreaBoundsAreExactAndOffsetsRespected) {
-  CWCharToCharUTF8 c;
-  const U16String text{'a', 0xE9, 0x20AC};  // 1 + 2 + 3 bytes
-  char out[16];
-  for (unsigned int room = 0; room <= 8; ++room) {
-    std::memset(out, 'x', sizeof out);
-    int n = c.Convert(text.data(), 0, 3, out, 4, room);
-    EXPECT_EQ(n, room >= 6 ? 6 : -1) << room;
-    EXPECT_EQ(std::string(out, 4), "xxxx");
-    EXPECT_EQ(out[4 + room], 'x') << room;  // nothing beyond the area
-  }
-  EXPECT_EQ(c.Convert(text.data(), 1, 1, out, 0, 2), 2);
-  EXPECT_EQ(std::string(out, 2), Bytes({0xC3, 0xA9}));
-
   // The pending pair needs four bytes; the pending unit stays when they do
   // not fit.
-  const unsigned short high = 0xD83D, low = 0xDE00;
-  c.Convert(&high, 0, 1, out, 0, 0);
-  EXPECT_EQ(c.Convert(&low, 0, 1, out, 0, 3), -1);
-  EXPECT_EQ(c.Convert(&low, 0, 1, out, 0, 4), 4);
+  char four[4];
+  const unsigned short low = 0xDE00;
+  Encode(c, U16String{0xD83D});
+  EXPECT_EQ(c.Convert(&low, 0, 1, four, 0, 3), -1);
+  EXPECT_EQ(c.Convert(&low, 0, 1, four, 0, 4), 4);
 }
 
 TEST(Utf8ConverterTest, ByteOrderMark) {
@@ -246,9 +227,10 @@ TEST(Utf8ConverterTest, ByteOrderMark) {
 }
 
 TEST(Utf8ConverterTest, AgreesWithTheUnitRulesForAnyTextAndRoom) {
-  // Random text rich in surrogates, random output room: either the bytes of
-  // the rules, or -1 exactly when they do not fit, with the bytes of the
-  // units before the one that did not fit left in the area.
+  // Random text rich in surrogates, random output room at random offsets:
+  // either the bytes of the rules, or -1 exactly when they do not fit, with
+  // the bytes of the units before the one that did not fit left in the area,
+  // and nothing written outside it.
   std::mt19937 rng(7);
   const unsigned short pool[] = {'a',    0x7F,   0xE9,   0x7FF,  0x20AC, 0xD800,
                                  0xD83D, 0xDBFF, 0xDC00, 0xDE00, 0xDFFF, 0xFFFF};
@@ -260,19 +242,24 @@ TEST(Utf8ConverterTest, AgreesWithTheUnitRulesForAnyTextAndRoom) {
     unsigned short after = pending;
     std::string expected = ReferenceEncode(text, after);
     unsigned int room = static_cast<unsigned int>(rng() % (expected.size() + 3));
-    std::vector<char> out(room + 1, '\x01');
-    int n = c.Convert(text.data(), 0, static_cast<unsigned int>(text.size()), out.data(), 0, room);
+    unsigned int at = rng() % 3, from = rng() % 3;  // byte and unit offsets
+    std::vector<char> area(at + room + 1, '\x01');
+    char* out = area.data() + at;
+    text.insert(0, from, 0xD800);  // units before the offset are never read
+    int n = c.Convert(text.data(), from, static_cast<unsigned int>(text.size()) - from,
+                      area.data(), at, room);
+    ASSERT_EQ(std::string(area.data(), at) + area.back(), std::string(at + 1, '\x01'));
     if (expected.size() > room) {
       ASSERT_EQ(n, -1) << "round " << round;
-      size_t written = std::string(out.data(), room).find('\x01');
+      size_t written = std::string(out, room).find('\x01');
       if (written == std::string::npos) written = room;
-      ASSERT_EQ(std::string(out.data(), written), expected.substr(0, written)) << "round " << round;
+      ASSERT_EQ(std::string(out, written), expected.substr(0, written)) << "round " << round;
       ASSERT_GT(written + 4, room) << "round " << round;  // only the unit that did not fit is missing
       c.Reset();
       pending = 48;
     } else {
       ASSERT_EQ(n, static_cast<int>(expected.size())) << "round " << round;
-      ASSERT_EQ(std::string(out.data(), n), expected) << "round " << round;
+      ASSERT_EQ(std::string(out, n), expected) << "round " << round;
       ASSERT_EQ(c.GetPendingHighSurrogate(), after);
       pending = after;
     }

@@ -153,9 +153,6 @@ TEST(DecoratorTest, MalformedUseNeverCrashes) {
     pushback.Close();
     EXPECT_THROW(buffered.Read(), vesk::io::CIOException);  // closed through the chain
     EXPECT_THROW(pushback.Read(b, 8), vesk::io::CIOException);
-    EXPECT_THROW(pushback.Skip(1), vesk::io::CIOException);
-    EXPECT_THROW(pushback.GetAvailable(), vesk::io::CIOException);
-    EXPECT_THROW(pushback.Reset(), vesk::io::CIOException);
   }
   {
     vesk_test::CTestOutputStream sink;
