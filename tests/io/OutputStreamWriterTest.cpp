@@ -131,16 +131,13 @@ TEST(OutputStreamWriterTest, SmallWritesAreCollectedUntilTheBufferFills) {
 }
 
 TEST(OutputStreamWriterTest, ByteOrderMarkIsWrittenAtOnce) {
-  CMemoryOutputStream withMark;
-  COutputStreamWriter a(&withMark, "UTF-8", true);
+  CMemoryOutputStream withMark, without;
+  COutputStreamWriter a(&withMark, "UTF-8", true), b(&without, "UTF-8", false);
   EXPECT_EQ(Contents(withMark), Bytes({0xEF, 0xBB, 0xBF}));
+  EXPECT_EQ(without.GetBufferSize(), 0u);
   a.Write(U16("hi").c_str());
   a.Flush();
   EXPECT_EQ(Contents(withMark), Bytes({0xEF, 0xBB, 0xBF, 'h', 'i'}));
-
-  CMemoryOutputStream without;
-  COutputStreamWriter b(&without, "UTF-8", false);
-  EXPECT_EQ(without.GetBufferSize(), 0u);
   EXPECT_TRUE(b.GetEncoding() == "UTF-8");
 }
 

@@ -148,14 +148,11 @@ TEST(XMLTextWriterTest, EdgeCasesGiveTheirExactText) {
          w.WriteStartElement(W(u"a")); w.WriteCDATA(W(u"<&]")); w.WriteComment(W(u"c"))),
        "<!-- -->\n<?t d?>\n<a>\n<![CDATA[<&]]]>\n<!-- c-->\n"},
       {"end document ends all",
-       S(for (auto n
-              : {u"a", u"b", u"c"}) w.WriteStartElement(W(n));
-         w.WriteEndDocument()),
+       S(for (auto n : {u"a", u"b", u"c"}) w.WriteStartElement(W(n)); w.WriteEndDocument()),
        "<a>\n<b>\n<c/>\n</b>\n</a>\n"},
       {"close ends one",
-       S(for (auto n
-              : {u"a", u"b", u"c"}) w.WriteStartElement(W(n));
-         w.WriteString(W(u"x")); w.Close()),
+       S(for (auto n : {u"a", u"b", u"c"}) w.WriteStartElement(W(n)); w.WriteString(W(u"x"));
+         w.Close()),
        "<a>\n<b>\n<c>\nx</c>\n"},
       {"typed element texts",
        S(w.WriteElementDouble(W(u"d"), 1.0 / 3);

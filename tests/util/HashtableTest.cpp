@@ -49,7 +49,8 @@ TEST(HashtableTest, BucketCountsAndThresholds) {
 template <class Table>
 std::vector<long> Keys(const Table& table) {
   std::vector<long> keys;
-  for (CEnumeration<long> e = table.GetKeys(); e.HasMoreElements();) keys.push_back(e.GetNextElement());
+  for (CEnumeration<long> e = table.GetKeys(); e.HasMoreElements();)
+    keys.push_back(e.GetNextElement());
   return keys;
 }
 
