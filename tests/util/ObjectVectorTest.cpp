@@ -12,6 +12,7 @@ using vesk::base::CIllegalArgumentException;
 using vesk::base::CMemoryException;
 using vesk::base::CObject;
 using vesk::util::CObjectVector;
+using vesk::testing::ExpectThrow;
 using vesk_test::CNumber;
 
 int CNumber::s_live = 0;
@@ -113,13 +114,13 @@ TEST_F(ObjectVectorTest, ArgumentAndIndexErrors) {
   EXPECT_THROW(v.GetLastElement(), CArrayIndexOutOfBoundsException);
   EXPECT_THROW(v.DetachElementAt(0), CArrayIndexOutOfBoundsException);
   EXPECT_THROW(v.RemoveElementAt(0), CArrayIndexOutOfBoundsException);
-  vesk_test::ExpectThrowFrom<CIllegalArgumentException>(
-      [&] { v.AddElement(nullptr); }, "vesk/util/ObjectVector", "Invalid object.");
+  ExpectThrow<CIllegalArgumentException>([&] { v.AddElement(nullptr); }, "Invalid object.",
+                                         "vesk/util/ObjectVector");
   EXPECT_THROW(v.GetIndexOf(nullptr), CIllegalArgumentException);
   EXPECT_THROW(v.RemoveElement(nullptr), CIllegalArgumentException);
   EXPECT_THROW(v.DetachElement(nullptr), CIllegalArgumentException);
-  vesk_test::ExpectThrowFrom<CIllegalArgumentException>(
-      [&] { v.Sort(nullptr); }, "vesk/util/ObjectVector", "Invalid compare function.");
+  ExpectThrow<CIllegalArgumentException>([&] { v.Sort(nullptr); }, "Invalid compare function.",
+                                         "vesk/util/ObjectVector");
 }
 
 int CompareNumbers(const void* a, const void* b) {

@@ -25,7 +25,7 @@ using vesk::testing::W;
 using vesk::util::regex::CRegEx;
 using vesk::util::regex::CRegExMatch;
 using vesk::util::regex::CRegExParseException;
-using vesk_test::ExpectThrowFrom;
+using vesk::testing::ExpectThrow;
 
 namespace {
 
@@ -139,34 +139,32 @@ TEST(RegEx, AnswersAsTheEngineDoesInBothForms) {
 TEST(RegEx, ARangeMustLieInTheTextAndNotBeEmpty) {
   CRegEx re("b");
   const char* message = "Invalid start & end positons.";
-  ExpectThrowFrom<CIllegalArgumentException>([&] { re.Matches("abc", 2, 2); }, kSource, message);
-  ExpectThrowFrom<CIllegalArgumentException>([&] { re.Matches("abc", 0, 4); }, kSource, message);
-  ExpectThrowFrom<CIllegalArgumentException>([&] { re.Matches(W(u"abc"), 3, 1); }, kSource,
-                                             message);
+  ExpectThrow<CIllegalArgumentException>([&] { re.Matches("abc", 2, 2); }, message, kSource);
+  ExpectThrow<CIllegalArgumentException>([&] { re.Matches("abc", 0, 4); }, message, kSource);
+  ExpectThrow<CIllegalArgumentException>([&] { re.Matches(W(u"abc"), 3, 1); }, message, kSource);
   EXPECT_TRUE(re.Matches("abc", 0, 3));
   EXPECT_FALSE(re.Matches("abc", 2, 3));
   // A bound inside a multi-byte character stands for the character's start.
   EXPECT_FALSE(CRegEx("\u00e9").Matches("a\u00e9", 0, 2));
   EXPECT_TRUE(CRegEx("\u00e9").Matches("a\u00e9", 2, 3));
   CRegExMatch match;
-  ExpectThrowFrom<CIllegalArgumentException>(
-      [&] { re.Matches(static_cast<const char*>(nullptr), match); }, kSource,
-      "Invalid match string.");
-  ExpectThrowFrom<CIllegalArgumentException>(
-      [&] { re.Matches(static_cast<const unsigned short*>(nullptr)); }, kSource,
-      "Invalid match string.");
+  ExpectThrow<CIllegalArgumentException>(
+      [&] { re.Matches(static_cast<const char*>(nullptr), match); }, "Invalid match string.",
+      kSource);
+  ExpectThrow<CIllegalArgumentException>(
+      [&] { re.Matches(static_cast<const unsigned short*>(nullptr)); }, "Invalid match string.",
+      kSource);
 }
 
 TEST(RegEx, RefusedPatternsAndOptions) {
   const unsigned short empty[] = {0};
-  ExpectThrowFrom<CIllegalArgumentException>([] { CRegEx(static_cast<const char*>(nullptr)); },
-                                             kSource, "Invalid pattern.");
-  ExpectThrowFrom<CIllegalArgumentException>([&] { CRegEx(empty, nullptr); }, kSource,
-                                             "Invalid pattern.");
-  ExpectThrowFrom<CIllegalArgumentException>([] { CRegEx("a", ""); }, kSource,
-                                             "Invalid options.");
-  ExpectThrowFrom<CIllegalArgumentException>([] { CRegEx(W(u"a"), nullptr); }, kSource,
-                                             "Invalid options.");
+  ExpectThrow<CIllegalArgumentException>([] { CRegEx(static_cast<const char*>(nullptr)); },
+                                         "Invalid pattern.", kSource);
+  ExpectThrow<CIllegalArgumentException>([&] { CRegEx(empty, nullptr); }, "Invalid pattern.",
+                                         kSource);
+  ExpectThrow<CIllegalArgumentException>([] { CRegEx("a", ""); }, "Invalid options.", kSource);
+  ExpectThrow<CIllegalArgumentException>([] { CRegEx(W(u"a"), nullptr); }, "Invalid options.",
+                                         kSource);
 
   // The engine's own refusals carry its message; the loops it cannot run
   // carry the library's reason.
@@ -219,13 +217,13 @@ TEST(RegEx, CopiesShareTheExpressionAndMatchRecordsTheirMatch) {
   CRegExMatch match, shared;
   shared = match;
   EXPECT_EQ(0u, match.GetGroupCount());
-  ExpectThrowFrom<vesk::base::CNullReferenceException>([&] { match.GetStartPosOfGroup(0); },
-                                                       "vesk/util/regex/RegExMatch");
+  ExpectThrow<vesk::base::CNullReferenceException>([&] { match.GetStartPosOfGroup(0); }, nullptr,
+                                                   "vesk/util/regex/RegExMatch");
   EXPECT_TRUE(assigned.Matches("abbc", match));
   EXPECT_EQ(2u, shared.GetGroupCount());
   EXPECT_EQ(3u, shared.GetEndPosOfGroup(1));
-  ExpectThrowFrom<vesk::base::CArrayIndexOutOfBoundsException>(
-      [&] { match.GetEndPosOfGroup(2); }, "vesk/util/regex/RegExMatch");
+  ExpectThrow<vesk::base::CArrayIndexOutOfBoundsException>([&] { match.GetEndPosOfGroup(2); },
+                                                           nullptr, "vesk/util/regex/RegExMatch");
   // A failed match leaves the groups unset.
   EXPECT_FALSE(copy.Matches("xyz", match));
   EXPECT_EQ(0xFFFFFFFFu, match.GetStartPosOfGroup(0));

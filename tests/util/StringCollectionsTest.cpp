@@ -35,7 +35,7 @@ using vesk::util::CStringMap;
 using vesk::util::CStringSet;
 using vesk::util::CStringVector;
 using vesk::util::CStringVectorH;
-using vesk_test::ExpectThrowFrom;
+using vesk::testing::ExpectThrow;
 
 namespace {
 
@@ -157,8 +157,8 @@ TYPED_TEST(StringCollections, VectorErrorsSortCopiesAndEnumeration) {
   EXPECT_EQ(3, v.GetIndexOf(A(u"")));
   EXPECT_EQ(-1, v.GetIndexOf(A(u"Pear")));  // by text, case sensitively
   EXPECT_EQ(-1, v.GetIndexOf(nullptr));
-  ExpectThrowFrom<CIllegalArgumentException>([&] { v.AddElement(nullptr); }, T::kVector,
-                                             "Invalid element.");
+  ExpectThrow<CIllegalArgumentException>([&] { v.AddElement(nullptr); }, "Invalid element.",
+                                         T::kVector);
   EXPECT_THROW(v.SetElementAt(nullptr, 0), CIllegalArgumentException);
   EXPECT_THROW(v.Contains(nullptr), CIllegalArgumentException);
   EXPECT_THROW(v.GetElementAt(5), CArrayIndexOutOfBoundsException);
@@ -174,7 +174,8 @@ TYPED_TEST(StringCollections, VectorErrorsSortCopiesAndEnumeration) {
     EXPECT_EQ(T::From(text), T::Read(sameWalk.GetNextElement()));
   }
   EXPECT_FALSE(elements.HasMoreElements());
-  ExpectThrowFrom<CNoSuchElementException>([&] { elements.GetNextElement(); }, T::kEnumeration);
+  ExpectThrow<CNoSuchElementException>([&] { elements.GetNextElement(); }, nullptr,
+                                       T::kEnumeration);
   // The enumeration hands out the vector's own elements.
   typename T::Enumeration walk(&v);
   walk.GetNextElement() = A(u"changed");
@@ -263,8 +264,8 @@ TYPED_TEST(StringCollections, MapKeysCaseGrowthAndErrors) {
   EXPECT_FALSE(sensitive.ContainsKey(A(key[1])));
   EXPECT_THROW(sensitive.Get(A(key[1])), CNoSuchElementException);
   EXPECT_THROW(typename T::Map().Get(A(u"a")), CNoSuchElementException);
-  ExpectThrowFrom<CIllegalArgumentException>([&] { sensitive.Put(A(u""), A(u"x")); }, T::kMap,
-                                             "Invalid key.");
+  ExpectThrow<CIllegalArgumentException>([&] { sensitive.Put(A(u""), A(u"x")); }, "Invalid key.",
+                                         T::kMap);
   EXPECT_THROW(sensitive.Put(nullptr, A(u"x")), CIllegalArgumentException);
   EXPECT_THROW(sensitive.GetAt(1), CArrayIndexOutOfBoundsException);
   EXPECT_THROW(sensitive.GetKeyAt(1), CArrayIndexOutOfBoundsException);
@@ -435,8 +436,8 @@ TEST(StringSetTest, DefaultsAndKeyErrors) {
   EXPECT_EQ(101u, set.GetBucketCount());
   EXPECT_EQ(75, set.GetThreshold());
   EXPECT_EQ(11u, small.GetBucketCount());
-  vesk_test::ExpectThrowFrom<CIllegalArgumentException>(
-      [&] { small.Put(""); }, "vesk/util/StringHashtable", "Invalid key.");
+  ExpectThrow<CIllegalArgumentException>([&] { small.Put(""); }, "Invalid key.",
+                                         "vesk/util/StringHashtable");
   EXPECT_THROW(small.Put(nullptr), CIllegalArgumentException);
   EXPECT_FALSE(small.Contains(nullptr));
 }

@@ -46,13 +46,6 @@ int RunWithEveryAllocationFailing(Body body) {
   return vesk::testing::FailEachAllocationInTurn(body);
 }
 
-// Runs call and expects an E thrown at source, with description when one is
-// given.
-template <class E, class Call>
-void ExpectThrowFrom(Call call, const char* source, const char* description = nullptr) {
-  vesk::testing::ExpectThrow<E>(call, description, source);
-}
-
 }  // namespace vesk_test
 
 #endif

@@ -16,7 +16,7 @@ using vesk::base::CUnicodeString;
 using vesk::util::CNoSuchElementException;
 using vesk::util::CStringTokenizer;
 using vesk::util::CUnicodeStringTokenizer;
-using vesk_test::ExpectThrowFrom;
+using vesk::testing::ExpectThrow;
 
 namespace {
 
@@ -94,23 +94,28 @@ TEST(Tokenizer, RefusedArgumentsNameTheTextFirst) {
   const char* narrow = "vesk/util/StringTokenizer";
   const char* wide = "vesk/util/UnicodeStringTokenizer";
   CUnicodeString text("a"), empty;
-  ExpectThrowFrom<CIllegalArgumentException>([] { CStringTokenizer(nullptr, nullptr, false); },
-                                             narrow, "Invalid source text.");
-  ExpectThrowFrom<CIllegalArgumentException>([] { CStringTokenizer("", ",", false); }, narrow,
-                                             "Invalid source text.");
-  ExpectThrowFrom<CIllegalArgumentException>([] { CStringTokenizer("a", "", true); }, narrow,
-                                             "Invalid delimiters.");
-  ExpectThrowFrom<CIllegalArgumentException>(
-      [&] { CUnicodeStringTokenizer(empty, nullptr, false); }, wide, "Invalid source text.");
-  ExpectThrowFrom<CIllegalArgumentException>(
-      [&] { CUnicodeStringTokenizer(text, nullptr, false); }, wide, "Invalid delimiters.");
+  ExpectThrow<CIllegalArgumentException>([] { CStringTokenizer(nullptr, nullptr, false); },
+                                         "Invalid source text.", narrow);
+  ExpectThrow<CIllegalArgumentException>([] { CStringTokenizer("", ",", false); },
+                                         "Invalid source text.", narrow);
+  ExpectThrow<CIllegalArgumentException>([] { CStringTokenizer("a", "", true); },
+                                         "Invalid delimiters.", narrow);
+  ExpectThrow<CIllegalArgumentException>([&] { CUnicodeStringTokenizer(empty, nullptr, false); },
+                                         "Invalid source text.", wide);
+  ExpectThrow<CIllegalArgumentException>([&] { CUnicodeStringTokenizer(text, nullptr, false); },
+                                         "Invalid delimiters.", wide);
   CStringTokenizer t("a,b", ",", false);
-  ExpectThrowFrom<CIllegalArgumentException>([&] { t.GetNextToken(""); }, narrow,
-                                             "Invalid delimiters.");
+  ExpectThrow<CIllegalArgumentException>([&] { t.GetNextToken(""); }, "Invalid delimiters.",
+                                         narrow);
   EXPECT_EQ("a", Narrow(t.GetNextToken()));  // the old set is kept
-  ExpectThrowFrom<CNoSuchElementException>([&] { t.GetNextToken(); t.GetNextToken(); }, narrow);
+  ExpectThrow<CNoSuchElementException>(
+      [&] {
+        t.GetNextToken();
+        t.GetNextToken();
+      },
+      nullptr, narrow);
   CUnicodeStringTokenizer w(text, text, false);
-  ExpectThrowFrom<CNoSuchElementException>([&] { w.GetNextToken(); }, wide);
+  ExpectThrow<CNoSuchElementException>([&] { w.GetNextToken(); }, nullptr, wide);
 }
 
 TEST(Tokenizer, AllocationFailuresLeaveNothingBehind) {
