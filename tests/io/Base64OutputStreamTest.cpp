@@ -155,14 +155,8 @@ TEST(Base64OutputStreamTest, MatchesPythonBase64) {
   }
   // One line of hex per case: the encoded text, lines joined with CR LF.
   int status;
-  std::istringstream output(vesk_test::CommandOutput(
-      "python3 -c \"import base64,sys\n"
-      "a=sys.argv[1:]\n"
-      "for i in range(0,len(a),2):\n"
-      "  e=base64.b64encode(open(a[i],'rb').read())\n"
-      "  n=int(a[i+1])\n"
-      "  if n: e=b'\\r\\n'.join(e[k:k+n] for k in range(0,len(e),n))\n"
-      "  print(e.hex())\n\"" + args, &status));
+  std::istringstream output(
+      vesk_test::CommandOutput("python3 " VESK_BASE64_JUDGE_SCRIPT + args, &status));
   ASSERT_EQ(status, 0);
   for (size_t i = 0; i < cases.size(); ++i) {
     std::string hex, expected;
