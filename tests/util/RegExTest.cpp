@@ -30,6 +30,7 @@ using vesk::testing::ExpectThrow;
 namespace {
 
 const char kSource[] = "vesk/util/regex/RegEx";
+using IAE = CIllegalArgumentException;
 
 const unsigned short* W16(const CUnicodeString& s) { return s; }
 
@@ -139,32 +140,26 @@ TEST(RegEx, AnswersAsTheEngineDoesInBothForms) {
 TEST(RegEx, ARangeMustLieInTheTextAndNotBeEmpty) {
   CRegEx re("b");
   const char* message = "Invalid start & end positons.";
-  ExpectThrow<CIllegalArgumentException>([&] { re.Matches("abc", 2, 2); }, message, kSource);
-  ExpectThrow<CIllegalArgumentException>([&] { re.Matches("abc", 0, 4); }, message, kSource);
-  ExpectThrow<CIllegalArgumentException>([&] { re.Matches(W(u"abc"), 3, 1); }, message, kSource);
+  ExpectThrow<IAE>([&] { re.Matches("abc", 2, 2); }, message, kSource);
+  ExpectThrow<IAE>([&] { re.Matches("abc", 0, 4); }, message, kSource);
+  ExpectThrow<IAE>([&] { re.Matches(W(u"abc"), 3, 1); }, message, kSource);
   EXPECT_TRUE(re.Matches("abc", 0, 3));
   EXPECT_FALSE(re.Matches("abc", 2, 3));
   // A bound inside a multi-byte character stands for the character's start.
   EXPECT_FALSE(CRegEx("\u00e9").Matches("a\u00e9", 0, 2));
   EXPECT_TRUE(CRegEx("\u00e9").Matches("a\u00e9", 2, 3));
   CRegExMatch match;
-  ExpectThrow<CIllegalArgumentException>(
-      [&] { re.Matches(static_cast<const char*>(nullptr), match); }, "Invalid match string.",
-      kSource);
-  ExpectThrow<CIllegalArgumentException>(
-      [&] { re.Matches(static_cast<const unsigned short*>(nullptr)); }, "Invalid match string.",
-      kSource);
+  const char* none = "Invalid match string.";
+  ExpectThrow<IAE>([&] { re.Matches(static_cast<const char*>(nullptr), match); }, none, kSource);
+  ExpectThrow<IAE>([&] { re.Matches(static_cast<const unsigned short*>(nullptr)); }, none, kSource);
 }
 
 TEST(RegEx, RefusedPatternsAndOptions) {
   const unsigned short empty[] = {0};
-  ExpectThrow<CIllegalArgumentException>([] { CRegEx(static_cast<const char*>(nullptr)); },
-                                         "Invalid pattern.", kSource);
-  ExpectThrow<CIllegalArgumentException>([&] { CRegEx(empty, nullptr); }, "Invalid pattern.",
-                                         kSource);
-  ExpectThrow<CIllegalArgumentException>([] { CRegEx("a", ""); }, "Invalid options.", kSource);
-  ExpectThrow<CIllegalArgumentException>([] { CRegEx(W(u"a"), nullptr); }, "Invalid options.",
-                                         kSource);
+  ExpectThrow<IAE>([] { CRegEx(static_cast<const char*>(nullptr)); }, "Invalid pattern.", kSource);
+  ExpectThrow<IAE>([&] { CRegEx(empty, nullptr); }, "Invalid pattern.", kSource);
+  ExpectThrow<IAE>([] { CRegEx("a", ""); }, "Invalid options.", kSource);
+  ExpectThrow<IAE>([] { CRegEx(W(u"a"), nullptr); }, "Invalid options.", kSource);
 
   // The engine's own refusals carry its message; the loops it cannot run
   // carry the library's reason.
