@@ -68,6 +68,16 @@ void CXMLAttributeList::Add(const unsigned short* qualifiedName, const unsigned 
   ++m_count;
 }
 
+void CXMLAttributeList::Add(const CUnicodeString& qualifiedName, const CUnicodeString& localName,
+                            const CUnicodeString& namespaceURI, const CUnicodeString& value) {
+  if (qualifiedName.IsEmpty()) return;
+  // Sharing the strings cannot fail, so only the array can: it grows first.
+  util::internal::EnsureSlots(m_attributes, m_capacity, m_count + 1, kGrowthStep, kSource,
+                              __LINE__);
+  ::new (m_attributes + m_count) CXMLAttribute(qualifiedName, localName, namespaceURI, value);
+  ++m_count;
+}
+
 const CXMLAttribute& CXMLAttributeList::GetAt(unsigned int index) const {
   if (index >= m_count) VESK_THROW("vesk/util/Vector", CArrayIndexOutOfBoundsException);
   return m_attributes[index];

@@ -41,6 +41,11 @@ class VESK_API CXMLAttributeList : public vesk::base::CBase {
   /// hand every parser attribute over and empty ones are dropped here).
   void Add(const unsigned short* qualifiedName, const unsigned short* localName,
            const unsigned short* namespaceURI, const unsigned short* value);
+  /// Appends a record that shares the given strings instead of copying them
+  /// (a reader that hands the same names out again saves a copy of each).
+  /// As above, a record whose qualified name is empty is not added.
+  void Add(const vesk::base::CUnicodeString& qualifiedName, const vesk::base::CUnicodeString& localName,
+           const vesk::base::CUnicodeString& namespaceURI, const vesk::base::CUnicodeString& value);
 
   /// Whether some record has this qualified name.
   bool Contains(const unsigned short* qualifiedName) const;

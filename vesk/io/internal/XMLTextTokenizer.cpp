@@ -65,6 +65,22 @@ CInputStream* WithXerces(CInputStream* stream) {
   return stream;
 }
 
+// A token that holds nothing, made in place of one whose constructor failed.
+template <class T>
+T EmptyToken();
+template <>
+CXMLStartElementToken EmptyToken() {
+  return CXMLStartElementToken(CUnicodeString(), CXMLAttributeList());
+}
+template <>
+CXMLEndElementToken EmptyToken() {
+  return CXMLEndElementToken(CUnicodeString());
+}
+template <>
+CXMLTextToken EmptyToken() {
+  return CXMLTextToken(CUnicodeString());
+}
+
 }  // namespace
 
 CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream, const CRef<CInputStream>& owner)
@@ -175,6 +191,31 @@ void CXMLTextTokenizer::Enqueue(IXMLToken* token) {
   m_queue.Enqueue(ref);
 }
 
+// Start, text and end tokens come in the same rhythm for every element, and
+// a reader usually drops each before the next of its kind is made. A spare
+// that only the tokenizer still holds is therefore destroyed and made again
+// in the same place, keeping its memory and its counter record; one a client
+// still holds is left alone (tokens never change once handed out) and a new
+// one becomes the spare. The constructors only share strings, which cannot
+// fail; should one fail all the same, an empty token takes its place before
+// the failure goes on, so the handle never holds a destroyed object.
+template <class T, class... Args>
+T* CXMLTextTokenizer::Reuse(CRef<T>& spare, const Args&... args) {
+  T* token = spare.Get();
+  if (!token || spare.GetRefCount() != 1) {
+    spare = new T(args...);
+    return spare.Get();
+  }
+  token->~T();
+  try {
+    ::new (static_cast<void*>(token)) T(args...);
+  } catch (...) {
+    ::new (static_cast<void*>(token)) T(EmptyToken<T>());
+    throw;
+  }
+  return token;
+}
+
 // The pieces of a run collect in one buffer, kept from run to run and grown
 // by doubling (a run split by a million references stays linear); the token
 // gets an exact copy.
@@ -198,7 +239,9 @@ void CXMLTextTokenizer::FlushText() {
   if (m_textLength == 0) return;
   unsigned int length = m_textLength;
   m_textLength = 0;
-  Enqueue(new CXMLTextToken(CUnicodeString(m_textBuffer, length)));
+  CUnicodeString text(m_textBuffer, length);
+  Reuse(m_spareText, text);
+  m_queue.Enqueue(m_spareText);
 }
 
 // Names come back element after element: the last string made for each
@@ -254,28 +297,26 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
   FlushText();
   CUnicodeString qualifiedName = Name(elemDecl.getFullName());
   CUnicodeString localName, uri;
-  CXMLStartElementToken* start;
   if (uriId != 0) {
     localName = Name(elemDecl.getBaseName());
     uri = UriText(uriId);
-    start = new CXMLStartElementToken(qualifiedName, localName, uri, CXMLAttributeList());
-  } else {
-    start = new CXMLStartElementToken(qualifiedName, CXMLAttributeList());
   }
-  CRef<IXMLToken> token(start);
   // The token is filled here, before anyone sees it: its attributes go
-  // straight into its own list instead of being copied from another.
+  // straight into its own list instead of being copied from another. Names
+  // come from the recent-name slots, so only the values are new strings.
+  CXMLStartElementToken* start = Reuse(m_spareStart, qualifiedName, localName, uri, CXMLAttributeList());
   CXMLAttributeList& attributes = const_cast<CXMLAttributeList&>(start->GetAttributes());
   for (XMLSize_t i = 0; i < attrCount; ++i) {
     const xercesc::XMLAttr* attribute = attrList.elementAt(i);
-    attributes.Add(Units(attribute->getQName()), Units(attribute->getName()), UriText(attribute->getURIId()),
-                   Units(attribute->getValue()));
+    attributes.Add(Name(attribute->getQName()), Name(attribute->getName()), UriText(attribute->getURIId()),
+                   CUnicodeString(Units(attribute->getValue())));
   }
-  m_queue.Enqueue(token);
+  m_queue.Enqueue(m_spareStart);
   // An empty-element tag gets no end callback: its end token follows now.
-  if (isEmpty)
-    Enqueue(uriId != 0 ? new CXMLEndElementToken(qualifiedName, localName, uri)
-                       : new CXMLEndElementToken(qualifiedName));
+  if (isEmpty) {
+    Reuse(m_spareEnd, qualifiedName, localName, uri);
+    m_queue.Enqueue(m_spareEnd);
+  }
   if (!isEmpty) ++m_depth;
 }
 
@@ -284,9 +325,10 @@ void CXMLTextTokenizer::endElement(const xercesc::XMLElementDecl& elemDecl, cons
   FlushText();
   CUnicodeString qualifiedName = Name(elemDecl.getFullName());
   if (uriId != 0)
-    Enqueue(new CXMLEndElementToken(qualifiedName, Name(elemDecl.getBaseName()), UriText(uriId)));
+    Reuse(m_spareEnd, qualifiedName, Name(elemDecl.getBaseName()), UriText(uriId));
   else
-    Enqueue(new CXMLEndElementToken(qualifiedName));
+    Reuse(m_spareEnd, qualifiedName, CUnicodeString(), CUnicodeString());
+  m_queue.Enqueue(m_spareEnd);
   if (m_depth > 0) --m_depth;
 }
 

@@ -15,6 +15,9 @@
 #include "vesk/base/String.h"
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/IXMLToken.h"
+#include "vesk/io/XMLEndElementToken.h"
+#include "vesk/io/XMLStartElementToken.h"
+#include "vesk/io/XMLTextToken.h"
 #include "vesk/io/internal/InputStreamInputSource.h"
 #include "vesk/util/Queue.h"
 
@@ -94,6 +97,8 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   void FlushText();
   vesk::base::CUnicodeString Name(const XMLCh* text);
   vesk::base::CUnicodeString UriText(unsigned int uriId);
+  template <class T, class... Args>
+  T* Reuse(vesk::base::CRef<T>& spare, const Args&... args);
   void Destroy();
 
   CInputStreamInputSource m_source;
@@ -112,6 +117,11 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   static const unsigned int kNameSlots = 64;
   static const unsigned int kMaxInternedName = 256;
   vesk::base::CUnicodeString m_names[kNameSlots];
+  // The last token of each kind an element makes, made again in place for
+  // the next one when nobody else holds it any more.
+  vesk::base::CRef<CXMLStartElementToken> m_spareStart;
+  vesk::base::CRef<CXMLEndElementToken> m_spareEnd;
+  vesk::base::CRef<CXMLTextToken> m_spareText;
   bool m_ended;
   bool m_failed;
   vesk::base::CString m_failure;
