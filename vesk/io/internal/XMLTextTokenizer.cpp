@@ -54,6 +54,10 @@ const XMLCh kEmptyEntityId[] = {'e', 'm', 'p', 't', 'y', 0};
 // documents is unknown.
 const unsigned int kMaxDepth = 4096;
 
+// Strings kept for the next token are at most this long, so a huge value is
+// not held after its token is gone.
+const unsigned int kMaxKeptText = 1024;
+
 const unsigned short* Units(const XMLCh* text) { return reinterpret_cast<const unsigned short*>(text); }
 
 CString Narrow(const XMLCh* text) { return CUnicodeString(Units(text)).ToUTF8(); }
@@ -92,6 +96,7 @@ CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream, const CRef<CInputStre
       m_textBuffer(nullptr),
       m_textLength(0),
       m_textCapacity(0),
+      m_uriIds(),
       m_ended(false),
       m_failed(false) {
   try {
@@ -217,15 +222,15 @@ T* CXMLTextTokenizer::Reuse(CRef<T>& spare, const Args&... args) {
 }
 
 // The pieces of a run collect in one buffer, kept from run to run and grown
-// by doubling (a run split by a million references stays linear); the token
-// gets an exact copy.
+// by doubling (a run split by a million references stays linear), with
+// room for a terminating zero; the token gets an exact copy.
 void CXMLTextTokenizer::AppendText(const unsigned short* chars, unsigned int count) {
   std::size_t needed = static_cast<std::size_t>(m_textLength) + count;
-  if (needed >= 0xFFFFFFFFu) VESK_THROW(kSource, CMemoryException);
-  if (needed > m_textCapacity) {
-    std::size_t capacity = needed < 2 * static_cast<std::size_t>(m_textCapacity) ? 2 * m_textCapacity : needed;
+  if (needed >= 0xFFFFFFFEu) VESK_THROW(kSource, CMemoryException);
+  if (needed + 1 > m_textCapacity) {
+    std::size_t capacity = needed + 1 < 2 * static_cast<std::size_t>(m_textCapacity) ? 2 * m_textCapacity : needed + 1;
     if (capacity < 256) capacity = 256;
-    if (capacity >= 0xFFFFFFFFu) capacity = needed;
+    if (capacity >= 0xFFFFFFFFu) capacity = needed + 1;
     void* grown = platform::Realloc(m_textBuffer, capacity * sizeof(unsigned short));
     if (!grown) VESK_THROW(kSource, CMemoryException);
     m_textBuffer = static_cast<unsigned short*>(grown);
@@ -239,8 +244,14 @@ void CXMLTextTokenizer::FlushText() {
   if (m_textLength == 0) return;
   unsigned int length = m_textLength;
   m_textLength = 0;
-  CUnicodeString text(m_textBuffer, length);
-  Reuse(m_spareText, text);
+  if (m_spareText.GetRefCount() == 1) {
+    // Drop the spare's share first, so the text string may be filled in place.
+    Reuse(m_spareText, CUnicodeString());
+  }
+  m_textBuffer[length] = 0;
+  m_text = m_textBuffer;
+  Reuse(m_spareText, m_text);
+  if (length > kMaxKeptText) m_text = CUnicodeString();
   m_queue.Enqueue(m_spareText);
 }
 
@@ -259,7 +270,26 @@ CUnicodeString CXMLTextTokenizer::Name(const XMLCh* text) {
   return slot;
 }
 
-CUnicodeString CXMLTextTokenizer::UriText(unsigned int uriId) { return Name(m_scanner->getURIText(uriId)); }
+// A slot holding text already is handed out as it is; otherwise it takes a
+// copy (in its own buffer when nobody shares it and it is large enough).
+const CUnicodeString& CXMLTextTokenizer::Refill(CUnicodeString& slot, const XMLCh* text) {
+  const unsigned short* units = Units(text);
+  const unsigned short* held = slot;  // "" when empty; strings hold no zero unit
+  unsigned int i = 0;
+  while (units[i] == held[i] && units[i]) ++i;
+  if (units[i] != held[i]) slot = units;
+  return slot;
+}
+
+// Scanner ids of namespace URIs stay bound to their text for the whole scan.
+const CUnicodeString& CXMLTextTokenizer::UriText(unsigned int uriId) {
+  unsigned int index = uriId % kUriSlots;
+  if (m_uriIds[index] != uriId) {
+    m_uris[index] = Units(m_scanner->getURIText(uriId));
+    m_uriIds[index] = uriId;
+  }
+  return m_uris[index];
+}
 
 void CXMLTextTokenizer::docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool cdataSection) {
   // Character data outside the root element makes no token.
@@ -308,8 +338,16 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
   CXMLAttributeList& attributes = const_cast<CXMLAttributeList&>(start->GetAttributes());
   for (XMLSize_t i = 0; i < attrCount; ++i) {
     const xercesc::XMLAttr* attribute = attrList.elementAt(i);
-    attributes.Add(Name(attribute->getQName()), Name(attribute->getName()), UriText(attribute->getURIId()),
-                   CUnicodeString(Units(attribute->getValue())));
+    if (i < kAttributeSlots) {
+      CUnicodeString* names = m_attributeNames[i];
+      attributes.Add(Refill(names[0], attribute->getQName()), Refill(names[1], attribute->getName()),
+                     UriText(attribute->getURIId()), Refill(m_values[i], attribute->getValue()));
+      // A large value is not kept for the next element.
+      if (m_values[i].GetLength() > kMaxKeptText) m_values[i] = CUnicodeString();
+    } else {
+      attributes.Add(Name(attribute->getQName()), Name(attribute->getName()), UriText(attribute->getURIId()),
+                     CUnicodeString(Units(attribute->getValue())));
+    }
   }
   m_queue.Enqueue(m_spareStart);
   // An empty-element tag gets no end callback: its end token follows now.

@@ -96,7 +96,8 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   void AppendText(const unsigned short* chars, unsigned int count);
   void FlushText();
   vesk::base::CUnicodeString Name(const XMLCh* text);
-  vesk::base::CUnicodeString UriText(unsigned int uriId);
+  const vesk::base::CUnicodeString& UriText(unsigned int uriId);
+  const vesk::base::CUnicodeString& Refill(vesk::base::CUnicodeString& slot, const XMLCh* text);
   template <class T, class... Args>
   T* Reuse(vesk::base::CRef<T>& spare, const Args&... args);
   void Destroy();
@@ -117,6 +118,16 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   static const unsigned int kNameSlots = 64;
   static const unsigned int kMaxInternedName = 256;
   vesk::base::CUnicodeString m_names[kNameSlots];
+  // The names of the first attributes by position, the namespace URIs by
+  // their scanner id, the strings of the last attribute values and text: a
+  // string nobody else holds any more is filled again in place.
+  static const unsigned int kAttributeSlots = 8;
+  vesk::base::CUnicodeString m_attributeNames[kAttributeSlots][2];
+  vesk::base::CUnicodeString m_values[kAttributeSlots];
+  vesk::base::CUnicodeString m_text;
+  static const unsigned int kUriSlots = 8;
+  vesk::base::CUnicodeString m_uris[kUriSlots];
+  unsigned int m_uriIds[kUriSlots];
   // The last token of each kind an element makes, made again in place for
   // the next one when nobody else holds it any more.
   vesk::base::CRef<CXMLStartElementToken> m_spareStart;
