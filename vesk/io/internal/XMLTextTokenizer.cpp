@@ -325,16 +325,23 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
     VESK_THROW(kSource, CXMLException, kScanError, message);
   }
   FlushText();
-  CUnicodeString qualifiedName = Name(elemDecl.getFullName());
-  CUnicodeString localName, uri;
+  // The names (qualified, local, namespace URI) are kept by depth, for the
+  // end element and for the next element at the same depth, which usually
+  // has the same name.
+  CUnicodeString deepNames[3];
+  CUnicodeString* names = m_depth < kNameDepths ? m_elementNames[m_depth] : deepNames;
+  Refill(names[0], elemDecl.getFullName());
   if (uriId != 0) {
-    localName = Name(elemDecl.getBaseName());
-    uri = UriText(uriId);
+    Refill(names[1], elemDecl.getBaseName());
+    names[2] = UriText(uriId);
+  } else {
+    names[1] = CUnicodeString();
+    names[2] = CUnicodeString();
   }
   // The token is filled here, before anyone sees it: its attributes go
   // straight into its own list instead of being copied from another. Names
-  // come from the recent-name slots, so only the values are new strings.
-  CXMLStartElementToken* start = Reuse(m_spareStart, qualifiedName, localName, uri, CXMLAttributeList());
+  // come from the kept slots, so only new values make new strings.
+  CXMLStartElementToken* start = Reuse(m_spareStart, names[0], names[1], names[2], CXMLAttributeList());
   CXMLAttributeList& attributes = const_cast<CXMLAttributeList&>(start->GetAttributes());
   for (XMLSize_t i = 0; i < attrCount; ++i) {
     const xercesc::XMLAttr* attribute = attrList.elementAt(i);
@@ -352,7 +359,7 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
   m_queue.Enqueue(m_spareStart);
   // An empty-element tag gets no end callback: its end token follows now.
   if (isEmpty) {
-    Reuse(m_spareEnd, qualifiedName, localName, uri);
+    Reuse(m_spareEnd, names[0], names[1], names[2]);
     m_queue.Enqueue(m_spareEnd);
   }
   if (!isEmpty) ++m_depth;
@@ -361,11 +368,18 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
 void CXMLTextTokenizer::endElement(const xercesc::XMLElementDecl& elemDecl, const unsigned int uriId,
                                    const bool, const XMLCh* const) {
   FlushText();
-  CUnicodeString qualifiedName = Name(elemDecl.getFullName());
-  if (uriId != 0)
-    Reuse(m_spareEnd, qualifiedName, Name(elemDecl.getBaseName()), UriText(uriId));
-  else
-    Reuse(m_spareEnd, qualifiedName, CUnicodeString(), CUnicodeString());
+  // The scanner only gets here when the end tag matched the start tag, so
+  // the names kept for that depth are this element's.
+  if (m_depth > 0 && m_depth <= kNameDepths) {
+    const CUnicodeString* names = m_elementNames[m_depth - 1];
+    Reuse(m_spareEnd, names[0], names[1], names[2]);
+  } else {
+    CUnicodeString qualifiedName = Name(elemDecl.getFullName());
+    if (uriId != 0)
+      Reuse(m_spareEnd, qualifiedName, Name(elemDecl.getBaseName()), UriText(uriId));
+    else
+      Reuse(m_spareEnd, qualifiedName, CUnicodeString(), CUnicodeString());
+  }
   m_queue.Enqueue(m_spareEnd);
   if (m_depth > 0) --m_depth;
 }

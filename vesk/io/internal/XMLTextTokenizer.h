@@ -125,6 +125,8 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   vesk::base::CUnicodeString m_attributeNames[kAttributeSlots][2];
   vesk::base::CUnicodeString m_values[kAttributeSlots];
   vesk::base::CUnicodeString m_text;
+  static const unsigned int kNameDepths = 64;
+  vesk::base::CUnicodeString m_elementNames[kNameDepths][3];
   static const unsigned int kUriSlots = 8;
   vesk::base::CUnicodeString m_uris[kUriSlots];
   unsigned int m_uriIds[kUriSlots];
