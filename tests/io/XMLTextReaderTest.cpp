@@ -7,6 +7,7 @@
 
 #include "TestStreams.h"
 #include "TestSupport.h"
+#include "vesk/io/IXMLStartElementToken.h"
 #include "vesk/io/XMLException.h"
 #include "vesk/io/XMLTextReader.h"
 
@@ -196,6 +197,39 @@ TEST(XMLTextReaderTest, StreamsAndFiles) {
   std::remove(path.c_str());
   ExpectThrow<CIOException>([&] { CXMLTextReader reader{IO::Location(path.c_str())}; },
                             "An error occured while trying to open file.", kSource);
+}
+
+TEST(XMLTextReaderTest, TokensKeptByTheClientNeverChange) {
+  // The reader makes its tokens again in place once nobody else holds them;
+  // a token the client keeps must stay as it was read. Eleven attributes go
+  // beyond the ones whose names are kept by position.
+  std::string attributes;
+  for (int i = 0; i < 10; ++i) attributes += " a" + std::to_string(i) + "='" + std::to_string(i) + "'";
+  CRef<CXMLReader> reader =
+      XMLReaderOn("<r><x" + attributes + " k='1'>one</x><y k='2' j='z'>two</y><x k='3'>three &amp; four</x></r>");
+  reader->ReadStartElement(W(u"r"));
+  reader->ReadStartElement(W(u"x"));
+  CRef<IXMLToken> start = reader->GetCurrentToken();
+  CUnicodeString value = reader->ReadAttribute(W(u"k"));
+  ASSERT_TRUE(reader->ReadToken());
+  CRef<IXMLToken> text = reader->GetCurrentToken();
+  while (reader->ReadToken()) {
+  }
+  const IXMLStartElementToken& kept = dynamic_cast<const IXMLStartElementToken&>(*start);
+  EXPECT_TRUE(kept.GetQualifiedName() == "x");
+  ASSERT_EQ(kept.GetAttributes().GetCount(), 11u);
+  EXPECT_TRUE(kept.GetAttributes().Get(W(u"a9")) == "9");
+  EXPECT_TRUE(kept.GetAttributes().Get(W(u"k")) == "1");
+  EXPECT_TRUE(value == "1");
+  EXPECT_TRUE(text->GetValue() == "one");
+  // Below the depths whose names are kept, each element still ends with its
+  // own name.
+  std::string deep, tokens;
+  for (int i = 0; i < 70; ++i) deep += "<e" + std::to_string(i) + ">";
+  for (int i = 69; i >= 0; --i) deep += "</e" + std::to_string(i) + ">";
+  for (int i = 0; i < 70; ++i) tokens += "<e" + std::to_string(i) + "> ";
+  for (int i = 69; i >= 0; --i) tokens += "</e" + std::to_string(i) + (i ? "> " : ">");
+  EXPECT_EQ(Dump(deep), tokens);
 }
 
 TEST(XMLTextReaderTest, LargeTokensAndDeepNesting) {

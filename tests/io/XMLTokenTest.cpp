@@ -80,6 +80,14 @@ TEST(XMLAttributeListTest, LookupsAnswerTheFirstMatchInDocumentOrder) {
       {[&] { list.Contains(nullptr); }, [&] { list.Get(W(u"")); }}, "Invalid qualified name.",
       kListSource);
 
+  // The string overload shares what it is given; it too drops an empty name.
+  CUnicodeString name(W(u"s")), value(W(u"shared"));
+  list.Add(name, name, CUnicodeString(), value);
+  list.Add(CUnicodeString(), name, CUnicodeString(), value);
+  ASSERT_EQ(list.GetCount(), 5u);
+  EXPECT_EQ(static_cast<const unsigned short*>(list.Get(W(u"s"))), static_cast<const unsigned short*>(value));
+  EXPECT_TRUE(list.GetAt(4).GetNamespaceURI().IsEmpty());
+
   CXMLAttributeList empty;
   EXPECT_EQ(empty.GetCount(), 0u);
   EXPECT_FALSE(empty.Contains(W(u"a")));
@@ -105,7 +113,8 @@ TEST(XMLAttributeListTest, CopiesAndGrowthSurviveAllocationFailures) {
     CXMLAttributeList grown(list);
     for (int i = 0; i < 6; ++i)
       grown.Add(W(u"long-name-that-needs-a-block"), nullptr, nullptr, W(u"v"));
-    EXPECT_EQ(grown.GetCount(), 31u);
+    grown.Add(CUnicodeString(W(u"n")), CUnicodeString(), CUnicodeString(), CUnicodeString());
+    EXPECT_EQ(grown.GetCount(), 32u);
   });
 }
 
