@@ -203,16 +203,20 @@ void CXMLTextTokenizer::Enqueue(IXMLToken* token) {
 // still holds is left alone (tokens never change once handed out) and a new
 // one becomes the spare. The constructors only share strings, which cannot
 // fail; should one fail all the same, an empty token takes its place before
-// the failure goes on, so the handle never holds a destroyed object.
-template <class T, class... Args>
-T* CXMLTextTokenizer::Reuse(CRef<T>& spare, const Args&... args) {
+// the failure goes on, so the handle never holds a destroyed object. prepare
+// runs between the old token's end and the new one's making (the old token's
+// strings are released by then, so it can refill them in place).
+template <class T, class Prepare, class... Args>
+T* CXMLTextTokenizer::Remake(CRef<T>& spare, Prepare prepare, const Args&... args) {
   T* token = spare.Get();
   if (!token || spare.GetRefCount() != 1) {
+    prepare();
     spare = new T(args...);
     return spare.Get();
   }
   token->~T();
   try {
+    prepare();
     ::new (static_cast<void*>(token)) T(args...);
   } catch (...) {
     ::new (static_cast<void*>(token)) T(EmptyToken<T>());
@@ -221,16 +225,21 @@ T* CXMLTextTokenizer::Reuse(CRef<T>& spare, const Args&... args) {
   return token;
 }
 
+template <class T, class... Args>
+T* CXMLTextTokenizer::Reuse(CRef<T>& spare, const Args&... args) {
+  return Remake(spare, [] {}, args...);
+}
+
 // The pieces of a run collect in one buffer, kept from run to run and grown
-// by doubling (a run split by a million references stays linear), with
-// room for a terminating zero; the token gets an exact copy.
+// by doubling (a run split by a million references stays linear); the token
+// gets an exact copy.
 void CXMLTextTokenizer::AppendText(const unsigned short* chars, unsigned int count) {
   std::size_t needed = static_cast<std::size_t>(m_textLength) + count;
-  if (needed >= 0xFFFFFFFEu) VESK_THROW(kSource, CMemoryException);
-  if (needed + 1 > m_textCapacity) {
-    std::size_t capacity = needed + 1 < 2 * static_cast<std::size_t>(m_textCapacity) ? 2 * m_textCapacity : needed + 1;
+  if (needed >= 0xFFFFFFFFu) VESK_THROW(kSource, CMemoryException);
+  if (needed > m_textCapacity) {
+    std::size_t capacity = needed < 2 * static_cast<std::size_t>(m_textCapacity) ? 2 * m_textCapacity : needed;
     if (capacity < 256) capacity = 256;
-    if (capacity >= 0xFFFFFFFFu) capacity = needed + 1;
+    if (capacity >= 0xFFFFFFFFu) capacity = needed;
     void* grown = platform::Realloc(m_textBuffer, capacity * sizeof(unsigned short));
     if (!grown) VESK_THROW(kSource, CMemoryException);
     m_textBuffer = static_cast<unsigned short*>(grown);
@@ -244,13 +253,7 @@ void CXMLTextTokenizer::FlushText() {
   if (m_textLength == 0) return;
   unsigned int length = m_textLength;
   m_textLength = 0;
-  if (m_spareText.GetRefCount() == 1) {
-    // Drop the spare's share first, so the text string may be filled in place.
-    Reuse(m_spareText, CUnicodeString());
-  }
-  m_textBuffer[length] = 0;
-  m_text = m_textBuffer;
-  Reuse(m_spareText, m_text);
+  Remake(m_spareText, [&] { m_text.Set(m_textBuffer, length); }, m_text);
   if (length > kMaxKeptText) m_text = CUnicodeString();
   m_queue.Enqueue(m_spareText);
 }

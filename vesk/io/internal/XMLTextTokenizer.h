@@ -98,6 +98,8 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   vesk::base::CUnicodeString Name(const XMLCh* text);
   const vesk::base::CUnicodeString& UriText(unsigned int uriId);
   const vesk::base::CUnicodeString& Refill(vesk::base::CUnicodeString& slot, const XMLCh* text);
+  template <class T, class Prepare, class... Args>
+  T* Remake(vesk::base::CRef<T>& spare, Prepare prepare, const Args&... args);
   template <class T, class... Args>
   T* Reuse(vesk::base::CRef<T>& spare, const Args&... args);
   void Destroy();
