@@ -58,6 +58,11 @@ const unsigned int kMaxDepth = 4096;
 // not held after its token is gone.
 const unsigned int kMaxKeptText = 1024;
 
+// Empties a slot whose string is longer than the ones kept for later tokens.
+inline void ForgetIfLong(CUnicodeString& slot) {
+  if (slot.GetLength() > kMaxKeptText) slot = CUnicodeString();
+}
+
 const unsigned short* Units(const XMLCh* text) { return reinterpret_cast<const unsigned short*>(text); }
 
 CString Narrow(const XMLCh* text) { return CUnicodeString(Units(text)).ToUTF8(); }
@@ -254,7 +259,7 @@ void CXMLTextTokenizer::FlushText() {
   unsigned int length = m_textLength;
   m_textLength = 0;
   Remake(m_spareText, [&] { m_text.Set(m_textBuffer, length); }, m_text);
-  if (length > kMaxKeptText) m_text = CUnicodeString();
+  ForgetIfLong(m_text);
   m_queue.Enqueue(m_spareText);
 }
 
@@ -284,7 +289,17 @@ const CUnicodeString& CXMLTextTokenizer::Refill(CUnicodeString& slot, const XMLC
   return slot;
 }
 
+// A huge name is not kept for the next element once its token is made (an
+// element's names stay while it is open, for its end: the scanner keeps
+// them that long too).
+void CXMLTextTokenizer::ForgetNames(CUnicodeString* names) {
+  ForgetIfLong(names[0]);
+  ForgetIfLong(names[1]);
+}
+
 // Scanner ids of namespace URIs stay bound to their text for the whole scan.
+// The scanner keeps every URI's text for the whole document itself, so the
+// slots add no lasting size of their own.
 const CUnicodeString& CXMLTextTokenizer::UriText(unsigned int uriId) {
   unsigned int index = uriId % kUriSlots;
   if (m_uriIds[index] != uriId) {
@@ -349,11 +364,12 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
   for (XMLSize_t i = 0; i < attrCount; ++i) {
     const xercesc::XMLAttr* attribute = attrList.elementAt(i);
     if (i < kAttributeSlots) {
-      CUnicodeString* names = m_attributeNames[i];
-      attributes.Add(Refill(names[0], attribute->getQName()), Refill(names[1], attribute->getName()),
+      CUnicodeString* attributeNames = m_attributeNames[i];
+      attributes.Add(Refill(attributeNames[0], attribute->getQName()), Refill(attributeNames[1], attribute->getName()),
                      UriText(attribute->getURIId()), Refill(m_values[i], attribute->getValue()));
-      // A large value is not kept for the next element.
-      if (m_values[i].GetLength() > kMaxKeptText) m_values[i] = CUnicodeString();
+      // A huge name or value is not kept for the next element.
+      ForgetNames(attributeNames);
+      ForgetIfLong(m_values[i]);
     } else {
       attributes.Add(Name(attribute->getQName()), Name(attribute->getName()), UriText(attribute->getURIId()),
                      CUnicodeString(Units(attribute->getValue())));
@@ -364,6 +380,7 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
   if (isEmpty) {
     Reuse(m_spareEnd, names[0], names[1], names[2]);
     m_queue.Enqueue(m_spareEnd);
+    ForgetNames(names);
   }
   if (!isEmpty) ++m_depth;
 }
@@ -374,8 +391,9 @@ void CXMLTextTokenizer::endElement(const xercesc::XMLElementDecl& elemDecl, cons
   // The scanner only gets here when the end tag matched the start tag, so
   // the names kept for that depth are this element's.
   if (m_depth > 0 && m_depth <= kNameDepths) {
-    const CUnicodeString* names = m_elementNames[m_depth - 1];
+    CUnicodeString* names = m_elementNames[m_depth - 1];
     Reuse(m_spareEnd, names[0], names[1], names[2]);
+    ForgetNames(names);
   } else {
     CUnicodeString qualifiedName = Name(elemDecl.getFullName());
     if (uriId != 0)

@@ -97,6 +97,7 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   void FlushText();
   vesk::base::CUnicodeString Name(const XMLCh* text);
   const vesk::base::CUnicodeString& UriText(unsigned int uriId);
+  void ForgetNames(vesk::base::CUnicodeString* names);
   const vesk::base::CUnicodeString& Refill(vesk::base::CUnicodeString& slot, const XMLCh* text);
   template <class T, class Prepare, class... Args>
   T* Remake(vesk::base::CRef<T>& spare, Prepare prepare, const Args&... args);
