@@ -85,7 +85,8 @@ TEST(XMLAttributeListTest, LookupsAnswerTheFirstMatchInDocumentOrder) {
   list.Add(name, name, CUnicodeString(), value);
   list.Add(CUnicodeString(), name, CUnicodeString(), value);
   ASSERT_EQ(list.GetCount(), 5u);
-  EXPECT_EQ(static_cast<const unsigned short*>(list.Get(W(u"s"))), static_cast<const unsigned short*>(value));
+  EXPECT_EQ(static_cast<const unsigned short*>(list.Get(W(u"s"))),
+            static_cast<const unsigned short*>(value));
   EXPECT_TRUE(list.GetAt(4).GetNamespaceURI().IsEmpty());
 
   CXMLAttributeList empty;

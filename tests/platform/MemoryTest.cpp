@@ -41,7 +41,9 @@ TEST(Memory, CountsAndFaultInjectionSpanThreads) {
   EXPECT_TRUE(got[0] && !got[1] && got[2] && got[3]);
   void* block = platform::Alloc(8);
   platform::FailAllocationAt(1, true);
-  std::thread([&] { got[0] = platform::Alloc(8) != nullptr || platform::Realloc(block, 16) != nullptr; }).join();
+  std::thread([&] {
+    got[0] = platform::Alloc(8) != nullptr || platform::Realloc(block, 16) != nullptr;
+  }).join();
   EXPECT_FALSE(got[0]);
   platform::FailAllocationAt(0);
   platform::Free(block);

@@ -44,7 +44,8 @@ class VESK_API CXMLAttributeList : public vesk::base::CBase {
   /// Appends a record that shares the given strings instead of copying them
   /// (a reader that hands the same names out again saves a copy of each).
   /// As above, a record whose qualified name is empty is not added.
-  void Add(const vesk::base::CUnicodeString& qualifiedName, const vesk::base::CUnicodeString& localName,
+  void Add(const vesk::base::CUnicodeString& qualifiedName,
+           const vesk::base::CUnicodeString& localName,
            const vesk::base::CUnicodeString& namespaceURI, const vesk::base::CUnicodeString& value);
 
   /// Whether some record has this qualified name.

@@ -1,9 +1,9 @@
 #include "vesk/platform/Memory.h"
 
-#include <pthread.h>
-
 #include <atomic>
 #include <cstdlib>
+
+#include <pthread.h>
 
 namespace vesk {
 namespace platform {

@@ -365,8 +365,9 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
     const xercesc::XMLAttr* attribute = attrList.elementAt(i);
     if (i < kAttributeSlots) {
       CUnicodeString* attributeNames = m_attributeNames[i];
-      attributes.Add(Refill(attributeNames[0], attribute->getQName()), Refill(attributeNames[1], attribute->getName()),
-                     UriText(attribute->getURIId()), Refill(m_values[i], attribute->getValue()));
+      attributes.Add(Refill(attributeNames[0], attribute->getQName()),
+                     Refill(attributeNames[1], attribute->getName()), UriText(attribute->getURIId()),
+                     Refill(m_values[i], attribute->getValue()));
       // A huge name or value is not kept for the next element.
       ForgetNames(attributeNames);
       ForgetIfLong(m_values[i]);
