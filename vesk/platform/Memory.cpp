@@ -5,6 +5,8 @@
 
 #include <pthread.h>
 
+#include "vesk/platform/ThreadEndKey.h"
+
 namespace vesk {
 namespace platform {
 
@@ -50,24 +52,15 @@ void EndThreadCounts(void* value) {
   counts->inUse.store(false, std::memory_order_release);
 }
 
-struct CCountsKey {
-  pthread_key_t key;
-  bool made;
-};
-
-CCountsKey& CountsKey() noexcept {
-  static CCountsKey key = [] {
-    CCountsKey k;
-    k.made = pthread_key_create(&k.key, EndThreadCounts) == 0;
-    return k;
-  }();
+CThreadEndKey& CountsKey() noexcept {
+  static CThreadEndKey key(EndThreadCounts);
   return key;
 }
 
 // The calling thread's record: a free one of an ended thread, or a new one.
 CCounts* AdoptCounts() noexcept {
-  CCountsKey& key = CountsKey();
-  if (t_ended || !key.made) return &g_shared;
+  CThreadEndKey& key = CountsKey();
+  if (t_ended || !key.IsMade()) return &g_shared;
   CCounts* counts = nullptr;
   pthread_mutex_lock(&g_adoptLock);
   for (CCounts* c = g_records.load(std::memory_order_acquire); c; c = c->next) {
@@ -86,7 +79,7 @@ CCounts* AdoptCounts() noexcept {
   if (counts) counts->inUse.store(true, std::memory_order_relaxed);
   pthread_mutex_unlock(&g_adoptLock);
   if (!counts) return &g_shared;
-  if (pthread_setspecific(key.key, counts) != 0) {
+  if (!key.Set(counts)) {
     counts->inUse.store(false, std::memory_order_release);
     return &g_shared;
   }
@@ -123,7 +116,7 @@ inline bool Refused(CCounts* counts) noexcept {
 // reuse.
 struct CCountsKeyCloser {
   ~CCountsKeyCloser() {
-    if (CountsKey().made) pthread_key_delete(CountsKey().key);
+    CountsKey().Delete();
     t_counts = nullptr;
     t_ended = true;
   }

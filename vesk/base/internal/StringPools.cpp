@@ -1,10 +1,10 @@
 #include "vesk/base/internal/StringPools.h"
 
-#include <pthread.h>
-
 #include <atomic>
 #include <cstdlib>
 #include <new>
+
+#include "vesk/platform/ThreadEndKey.h"
 
 namespace vesk {
 namespace base {
@@ -75,28 +75,19 @@ void EndThreadRecord(void* value) {
   std::free(record);
 }
 
-struct CThreadKey {
-  pthread_key_t key;
-  bool made;
-};
-
-CThreadKey& ThreadKey() noexcept {
-  static CThreadKey key = [] {
-    CThreadKey k;
-    k.made = pthread_key_create(&k.key, EndThreadRecord) == 0;
-    return k;
-  }();
+platform::CThreadEndKey& ThreadKey() noexcept {
+  static platform::CThreadEndKey key(EndThreadRecord);
   return key;
 }
 
 // The record of the calling thread, made the first time the thread keeps a
 // block; null when it cannot be made (the block then goes to its pool).
 CKeptBlocks* ThreadRecord() noexcept {
-  CThreadKey& key = ThreadKey();
-  if (!key.made) return nullptr;
+  platform::CThreadEndKey& key = ThreadKey();
+  if (!key.IsMade()) return nullptr;
   CKeptBlocks* record = static_cast<CKeptBlocks*>(std::calloc(1, sizeof(CKeptBlocks)));
   if (!record) return nullptr;
-  if (pthread_setspecific(key.key, record) != 0) {
+  if (!key.Set(record)) {
     std::free(record);
     return nullptr;
   }
@@ -113,7 +104,7 @@ struct CPoolCloser {
     ReturnKeptBlocks();
     // The key's destructor is this module's code: no thread may call it once
     // the module is gone (other threads' records are left to the heap).
-    if (ThreadKey().made) pthread_key_delete(ThreadKey().key);
+    ThreadKey().Delete();
     std::free(t_kept);
     t_kept = nullptr;
     CPools& pools = Pools();
