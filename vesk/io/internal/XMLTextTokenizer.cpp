@@ -346,11 +346,19 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
   // The names (qualified, local, namespace URI) are kept by depth, for the
   // end element and for the next element at the same depth, which usually
   // has the same name.
+  // Deeper elements take their names from the recent-name slots.
   CUnicodeString deepNames[3];
-  CUnicodeString* names = m_depth < kNameDepths ? m_elementNames[m_depth] : deepNames;
-  Refill(names[0], elemDecl.getFullName());
+  const bool kept = m_depth < kNameDepths;
+  CUnicodeString* names = kept ? m_elementNames[m_depth] : deepNames;
+  auto setName = [&](CUnicodeString& slot, const XMLCh* text) {
+    if (kept)
+      Refill(slot, text);
+    else
+      slot = Name(text);
+  };
+  setName(names[0], elemDecl.getFullName());
   if (uriId != 0) {
-    Refill(names[1], elemDecl.getBaseName());
+    setName(names[1], elemDecl.getBaseName());
     names[2] = UriText(uriId);
   } else {
     names[1] = CUnicodeString();
