@@ -1,8 +1,10 @@
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -10,6 +12,7 @@
 
 #include "HostSupport.h"
 #include "TestSupport.h"
+#include "io/TestStreams.h"
 #include "vesk/base/BinaryData.h"
 #include "vesk/base/Bool.h"
 #include "vesk/base/IllegalArgumentException.h"
@@ -254,12 +257,18 @@ void ParseBinHexForm(int form, const char* t, char*& d, unsigned int& n) {
   std::u16string w = U16(t);
   unsigned int length = static_cast<unsigned int>(w.size());
   switch (form) {
-    case 0: return CBinaryData::ParseBinHexString(CString(t), d, n);
-    case 1: return CBinaryData::ParseBinHexString(t, d, n);
-    case 2: return CBinaryData::ParseBinHexString(t, length, d, n);
-    case 3: return CBinaryData::ParseBinHexUnicodeString(CUnicodeString(P16(w)), d, n);
-    case 4: return CBinaryData::ParseBinHexUnicodeString(P16(w), d, n);
-    default: return CBinaryData::ParseBinHexUnicodeString(P16(w), length, d, n);
+    case 0:
+      return CBinaryData::ParseBinHexString(CString(t), d, n);
+    case 1:
+      return CBinaryData::ParseBinHexString(t, d, n);
+    case 2:
+      return CBinaryData::ParseBinHexString(t, length, d, n);
+    case 3:
+      return CBinaryData::ParseBinHexUnicodeString(CUnicodeString(P16(w)), d, n);
+    case 4:
+      return CBinaryData::ParseBinHexUnicodeString(P16(w), d, n);
+    default:
+      return CBinaryData::ParseBinHexUnicodeString(P16(w), length, d, n);
   }
 }
 
@@ -347,29 +356,23 @@ TEST(BinaryDataInterop, MatchesPythonOnEveryLengthUpTo300) {
   std::mt19937 random(20240601);
   std::string all;
   for (int i = 0; i < 301 * 150; ++i) all.push_back(static_cast<char>(random()));
-  char dataPath[] = "/tmp/vesk_b64_XXXXXX";
-  int fd = mkstemp(dataPath);
-  ASSERT_GE(fd, 0);
-  FILE* f = fdopen(fd, "wb");
-  ASSERT_EQ(std::fwrite(all.data(), 1, all.size(), f), all.size());
-  std::fclose(f);
-
+  std::filesystem::path dataPath = vesk_test::MakeTempDir("vesk_b64") / "blocks";
+  std::ofstream(dataPath, std::ios::binary) << all;
   // Block n is the n bytes starting at p = n * (n - 1) / 2.
-  std::string command =
+  int status = -1;
+  std::istringstream out(vesk_test::CommandOutput(
       "python3 -c \"import sys, base64, binascii\n"
       "d = open(sys.argv[1], 'rb').read()\n"
       "for n in range(301):\n"
       "    b = d[n * (n - 1) // 2:][:n]\n"
       "    print(base64.b64encode(b).decode() + ' ' + binascii.hexlify(b).upper().decode())\n"
-      "\" ";
-  command += dataPath;
-  FILE* py = popen(command.c_str(), "r");
-  ASSERT_NE(py, nullptr);
+      "\" " +
+          dataPath.string(),
+      &status));
+  std::filesystem::remove_all(dataPath.parent_path());
+  ASSERT_EQ(status, 0);
   std::vector<std::string> lines;
-  char line[1024];
-  while (std::fgets(line, sizeof line, py)) lines.push_back(std::string(line));
-  ASSERT_EQ(pclose(py), 0);
-  std::remove(dataPath);
+  for (std::string line; std::getline(out, line);) lines.push_back(line);
   ASSERT_EQ(lines.size(), 301u);
 
   for (int n = 0; n <= 300; ++n) {
@@ -378,7 +381,7 @@ TEST(BinaryDataInterop, MatchesPythonOnEveryLengthUpTo300) {
     // " " separates the two forms (a trailing blank when both are empty).
     size_t blank = lines[n].find(' ');
     std::string pyBase64 = lines[n].substr(0, blank);
-    std::string pyHex = lines[n].substr(blank + 1, lines[n].size() - blank - 2);
+    std::string pyHex = lines[n].substr(blank + 1);
 
     EXPECT_EQ(std::string(CBinaryData::ToBase64String(b.data(), n)), pyBase64);
     EXPECT_EQ(Narrow(CBinaryData::ToBase64UnicodeString(b.data(), n)), pyBase64);
@@ -389,7 +392,9 @@ TEST(BinaryDataInterop, MatchesPythonOnEveryLengthUpTo300) {
     unsigned int length = 0;
     EXPECT_EQ(Decoded(Base64(U16(pyBase64)), length, n), b);
     EXPECT_EQ(length, (n + 2) / 3);
-    auto hex = [&](char*& d, unsigned int& k) { CBinaryData::ParseBinHexString(pyHex.c_str(), d, k); };
+    auto hex = [&](char*& d, unsigned int& k) {
+      CBinaryData::ParseBinHexString(pyHex.c_str(), d, k);
+    };
     if (n > 0) EXPECT_EQ(Decoded(hex, length), b);
   }
 }
