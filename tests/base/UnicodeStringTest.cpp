@@ -29,6 +29,8 @@ using vesk::testing::W;
 
 namespace {
 
+using Ints = std::vector<int>;
+
 Units UnitsOf(const CUnicodeString& s) {
   const unsigned short* p = s;
   return Units(p, s.GetLength());
@@ -123,27 +125,20 @@ TEST(UnicodeString, ComparesUnitByUnit) {
 // The search rules are the narrow string's (StringKinds); here the 16-bit
 // arguments, case beyond ASCII and surrogate pairs.
 TEST(UnicodeString, SearchesKeepTheirQuirks) {
-  CUnicodeString abab(W(u"abab"));
-  EXPECT_EQ(2, abab.ReverseFind(W(u"ab"), 0));
-  EXPECT_EQ(3, abab.ReverseFind(static_cast<unsigned short>('b'), 2));
-  EXPECT_EQ(1, abab.Find(static_cast<unsigned short>('b')));
-  EXPECT_EQ(-1, abab.Find(static_cast<const unsigned short*>(nullptr)));
-  CUnicodeString text(W(u"Straße und STRASSE"));
-  EXPECT_EQ(11, text.Find("STRASSE"));
-  EXPECT_EQ(11, text.FindIgnoreCase(W(u"strasse")));  // ß does not fold to ss
-  EXPECT_EQ(11, text.FindIgnoreCase("strasse"));
-  EXPECT_EQ(0, text.FindIgnoreCase(W(u"STRAßE")));
-  EXPECT_EQ(11, text.ReverseFindIgnoreCase("strasse", 0));
-  EXPECT_TRUE(text.StartsWith("Stra\xC3\x9F"));
-  EXPECT_TRUE(text.StartsWithIgnoreCase(W(u"sTRAß")));
-  EXPECT_TRUE(text.EndsWith(W(u"SSE")));
-  EXPECT_TRUE(text.EndsWithIgnoreCase("strasse"));
-  // Ignoring case, the low half of a pair is no starting point.
+  CUnicodeString abab(W(u"abab")), text(W(u"Straße und STRASSE")), pair(W(u"a😀"));
+  // ß does not fold to ss; ignoring case, the low half of a pair is no
+  // starting point; a narrow byte that is no character stands for '?'.
   const unsigned short low[] = {0xDE00, 0};
-  EXPECT_EQ(2, CUnicodeString(W(u"a😀")).Find(low));
-  EXPECT_EQ(-1, CUnicodeString(W(u"a😀")).FindIgnoreCase(low));
-  // A narrow byte that is no character stands for '?'.
-  EXPECT_EQ(1, CUnicodeString("a?b").Find('\xE9'));
+  EXPECT_EQ(
+      (Ints{abab.ReverseFind(W(u"ab"), 0), abab.ReverseFind(static_cast<unsigned short>('b'), 2),
+            abab.Find(static_cast<unsigned short>('b')),
+            abab.Find(static_cast<const unsigned short*>(nullptr)), text.Find("STRASSE"),
+            text.FindIgnoreCase(W(u"strasse")), text.FindIgnoreCase("strasse"),
+            text.FindIgnoreCase(W(u"STRAßE")), text.ReverseFindIgnoreCase("strasse", 0),
+            pair.Find(low), pair.FindIgnoreCase(low), CUnicodeString("a?b").Find('\xE9')}),
+      (Ints{2, 3, 1, -1, 11, 11, 11, 0, 11, 2, -1, 1}));
+  EXPECT_TRUE(text.StartsWith("Stra\xC3\x9F") && text.StartsWithIgnoreCase(W(u"sTRAß")) &&
+              text.EndsWith(W(u"SSE")) && text.EndsWithIgnoreCase("strasse"));
 }
 
 TEST(UnicodeString, EditsTakeSixteenBitTextAndCopyOut) {
@@ -276,11 +271,14 @@ TEST(UnicodeString, FromUtf8StopsAtTheFirstFault) {
     Units units;
   } rows[] = {
       {"\x61\xC3\x28\x62", -1, {'a'}},
-      {"ab\xE2\x82", -1, {'a', 'b'}},             // cut off by the end
-      {"ab\xE2\x82\xAC" "cd", 4, {'a', 'b'}},     // cut off by the length
-      {"x\xC0\xAFy", -1, {'x'}},                  // overlong
-      {"x\xF4\x90\x80\x80y", -1, {'x'}},          // beyond U+10FFFF
-      {"x\x80y", -1, {'x'}},                      // continuation byte as lead
+      {"ab\xE2\x82", -1, {'a', 'b'}},  // cut off by the end
+      {"ab\xE2\x82\xAC"
+       "cd",
+       4,
+       {'a', 'b'}},                              // cut off by the length
+      {"x\xC0\xAFy", -1, {'x'}},                 // overlong
+      {"x\xF4\x90\x80\x80y", -1, {'x'}},         // beyond U+10FFFF
+      {"x\x80y", -1, {'x'}},                     // continuation byte as lead
       {std::string("xy\0z", 4), 4, {'x', 'y'}},  // a NUL ends the text
       {"\xF0\x9D\x84\x9E\xED\xB0\x80", -1, {0xD834, 0xDD1E, 0xDC00}},
       {"\xFF", -1, {}},
