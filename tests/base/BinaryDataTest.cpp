@@ -29,15 +29,11 @@ using vesk::base::CNumberFormatException;
 using vesk::base::CString;
 using vesk::base::CUnicodeString;
 using vesk::testing::FailEachAllocationInTurn;
+using vesk::testing::Units;
+using vesk_test::U16;
 namespace platform = vesk::platform;
 
 namespace {
-
-std::u16string U16(const std::string& ascii) { return std::u16string(ascii.begin(), ascii.end()); }
-
-const unsigned short* P16(const std::u16string& s) {
-  return reinterpret_cast<const unsigned short*>(s.c_str());
-}
 
 std::string Narrow(const CUnicodeString& s) {
   std::string out;
@@ -79,9 +75,9 @@ Decode Base64(const char* text) {
   return [text](char*& d, unsigned int& n) { CBinaryData::ParseBase64String(CString(text), d, n); };
 }
 
-Decode Base64(const std::u16string& text) {
+Decode Base64(const Units& text) {
   return [text](char*& d, unsigned int& n) {
-    CBinaryData::ParseBase64UnicodeString(CUnicodeString(P16(text)), d, n);
+    CBinaryData::ParseBase64UnicodeString(CUnicodeString(text.c_str()), d, n);
   };
 }
 
@@ -226,11 +222,11 @@ TEST(Base64, CorruptTextIsRejectedWithoutLeaks) {
   }
   // 16-bit units of 256 and more, including those whose low byte is a
   // letter of the alphabet or "=", fail their group.
-  for (char16_t unit : {u'\u0141', u'\uFF41', u'\u013D', u'\u0100'}) {
+  for (unsigned short unit : {0x141, 0xFF41, 0x13D, 0x100}) {
     ExpectDecodeFailure<CNumberFormatException>(Base64(U16("TWFuTWF") + unit),
                                                 "Invalid base 64 char found.");
   }
-  ExpectDecodeFailure<CNumberFormatException>(Base64(U16("TQ=") + u'\u013D'),
+  ExpectDecodeFailure<CNumberFormatException>(Base64(U16("TQ=") + Units{0x13D}),
                                               "Invalid base 64 char found.");
 }
 
@@ -254,7 +250,7 @@ TEST(BinHex, EncodesUpperCaseHighNibbleFirst) {
 // The six forms: narrow and 16-bit, each as a string, a terminated text and
 // a text with a length.
 void ParseBinHexForm(int form, const char* t, char*& d, unsigned int& n) {
-  std::u16string w = U16(t);
+  Units w = U16(t);
   unsigned int length = static_cast<unsigned int>(w.size());
   switch (form) {
     case 0:
@@ -264,11 +260,11 @@ void ParseBinHexForm(int form, const char* t, char*& d, unsigned int& n) {
     case 2:
       return CBinaryData::ParseBinHexString(t, length, d, n);
     case 3:
-      return CBinaryData::ParseBinHexUnicodeString(CUnicodeString(P16(w)), d, n);
+      return CBinaryData::ParseBinHexUnicodeString(CUnicodeString(w.c_str()), d, n);
     case 4:
-      return CBinaryData::ParseBinHexUnicodeString(P16(w), d, n);
+      return CBinaryData::ParseBinHexUnicodeString(w.c_str(), d, n);
     default:
-      return CBinaryData::ParseBinHexUnicodeString(P16(w), length, d, n);
+      return CBinaryData::ParseBinHexUnicodeString(w.c_str(), length, d, n);
   }
 }
 
@@ -290,7 +286,7 @@ TEST(BinHex, DecodesEveryForm) {
   }
 
   // Pointer forms reject null text and an explicit zero length.
-  std::u16string ab = U16("AB");
+  Units ab = U16("AB");
   std::pair<Decode, const char*> refused[] = {
       {[](char*& d, unsigned int& n) { CBinaryData::ParseBinHexString(nullptr, d, n); },
        "Invalid value buffer."},
@@ -300,16 +296,18 @@ TEST(BinHex, DecodesEveryForm) {
        "Invalid value buffer length."},
       {[](char*& d, unsigned int& n) { CBinaryData::ParseBinHexUnicodeString(nullptr, d, n); },
        "Invalid value buffer."},
-      {[&](char*& d, unsigned int& n) { CBinaryData::ParseBinHexUnicodeString(P16(ab), 0, d, n); },
+      {[&](char*& d, unsigned int& n) {
+         CBinaryData::ParseBinHexUnicodeString(ab.c_str(), 0, d, n);
+       },
        "Invalid value buffer length."},
   };
   for (const auto& row : refused) {
     ExpectDecodeFailure<CIllegalArgumentException>(row.first, row.second);
   }
   // A 16-bit unit whose low byte is a digit is not a digit.
-  std::u16string wide = U16("0") + u'\u0141';
+  Units wide = U16("0") + Units{0x141};
   ExpectDecodeFailure<CNumberFormatException>(
-      [&](char*& d, unsigned int& n) { CBinaryData::ParseBinHexUnicodeString(P16(wide), d, n); },
+      [&](char*& d, unsigned int& n) { CBinaryData::ParseBinHexUnicodeString(wide.c_str(), d, n); },
       "Invalid binhex digit.");
   // The explicit length bounds the text: digits after it are not read.
   unsigned int length = 0;
@@ -325,10 +323,10 @@ TEST(BinHex, FromBinHexReplacesTheContents) {
   EXPECT_EQ(Bytes(d), "\xCA\xFE");
   d.FromBinHexString("0102FF", 4);
   EXPECT_EQ(Bytes(d), "\x01\x02");
-  std::u16string s = U16("7F80");
-  d.FromBinHexUnicodeString(P16(s));
+  Units s = U16("7F80");
+  d.FromBinHexUnicodeString(s.c_str());
   EXPECT_EQ(Bytes(d), "\x7F\x80");
-  d.FromBinHexUnicodeString(P16(s), 2);
+  d.FromBinHexUnicodeString(s.c_str(), 2);
   EXPECT_EQ(Bytes(d), "\x7F");
 
   // The old block is dropped before decoding: a failure leaves it empty.
@@ -339,7 +337,7 @@ TEST(BinHex, FromBinHexReplacesTheContents) {
   EXPECT_EQ(platform::LiveAllocations(), live - 1);
   ExpectThrow<CIllegalArgumentException>([&] { d.FromBinHexString(nullptr); },
                                          "Invalid value buffer.");
-  ExpectThrow<CIllegalArgumentException>([&] { d.FromBinHexUnicodeString(P16(s), 0); },
+  ExpectThrow<CIllegalArgumentException>([&] { d.FromBinHexUnicodeString(s.c_str(), 0); },
                                          "Invalid value buffer length.");
 }
 
@@ -390,7 +388,7 @@ TEST(BinaryDataInterop, MatchesPythonOnEveryLengthUpTo300) {
 
     // The decoders' forms are alike (DecodesEveryForm): one of each kind.
     unsigned int length = 0;
-    EXPECT_EQ(Decoded(Base64(U16(pyBase64)), length, n), b);
+    EXPECT_EQ(Decoded(Base64(U16(pyBase64.c_str())), length, n), b);
     EXPECT_EQ(length, (n + 2) / 3);
     auto hex = [&](char*& d, unsigned int& k) {
       CBinaryData::ParseBinHexString(pyHex.c_str(), d, k);
@@ -410,9 +408,8 @@ TEST(Bool, TextsAndPublishedCounts) {
   EXPECT_EQ(CBool::WCC_TRUE, 5u);
   EXPECT_EQ(CBool::WCC_FALSE, 5u);
   EXPECT_EQ(CBool::ToUnicodeString(true), CBool::WSZ_TRUE);
-  EXPECT_EQ(std::u16string(reinterpret_cast<const char16_t*>(CBool::WSZ_TRUE)), u"true");
-  EXPECT_EQ(std::u16string(reinterpret_cast<const char16_t*>(CBool::ToUnicodeString(false))),
-            u"false");
+  EXPECT_EQ(Units(CBool::WSZ_TRUE), U16("true"));
+  EXPECT_EQ(Units(CBool::ToUnicodeString(false)), U16("false"));
   EXPECT_STREQ(CBool::m_classCBool.GetQualifiedName(), "vesk::base::CBool");
 }
 
