@@ -50,8 +50,7 @@ TEST(UnicodeString, ConvertsNarrowTextAsUtf8) {
   EXPECT_EQ(Units(W(u"hé")), UnitsOf(CUnicodeString("h\xC3\xA9llo", 3)));
   EXPECT_EQ(Units(W(u"ab")), UnitsOf(CUnicodeString("ab\0cd", 5)));
   // Bytes that are not UTF-8 become '?'.
-  EXPECT_EQ(Units(W(u"a?b")), UnitsOf(CUnicodeString("a\xFF"
-                                                     "b")));
+  EXPECT_EQ(Units(W(u"a?b")), UnitsOf(CUnicodeString("a\xFF\x62")));
   // 16-bit text with a count stops at a zero unit among the units.
   const unsigned short withZero[] = {'x', 'y', 0, 'z'};
   CUnicodeString counted(withZero, 4);
@@ -104,13 +103,11 @@ TEST(UnicodeString, EmptyComparesEqualToEmptyText) {
 
 TEST(UnicodeString, ComparesUnitByUnit) {
   CUnicodeString s(W(u"Grüße"));
-  EXPECT_EQ(0, s.Compare("Gr\xC3\xBC\xC3\x9F"
-                         "e"));
+  EXPECT_EQ(0, s.Compare("Gr\xC3\xBC\xC3\x9F\x65"));
   EXPECT_GT(s.Compare(W(u"Grüsse")), 0);  // ß (0xDF) is above s
   EXPECT_LT(s.Compare(W(u"grüße")), 0);
   EXPECT_EQ(0, s.CompareIgnoreCase(W(u"GRÜßE")));
-  EXPECT_EQ(0, s.CompareIgnoreCase("gr\xC3\x9C\xC3\x9F"
-                                   "E"));
+  EXPECT_EQ(0, s.CompareIgnoreCase("gr\xC3\x9C\xC3\x9F\x45"));
   EXPECT_NE(0, s.CompareIgnoreCase(W(u"GRÜSE")));
   EXPECT_EQ(0, CUnicodeString(W(u"𐐀")).CompareIgnoreCase(W(u"𐐨")));  // a pair folds too
   // A supplementary character compares above every BMP unit below 0xD800
@@ -271,15 +268,12 @@ TEST(UnicodeString, FromUtf8StopsAtTheFirstFault) {
     Units units;
   } rows[] = {
       {"\x61\xC3\x28\x62", -1, {'a'}},
-      {"ab\xE2\x82", -1, {'a', 'b'}},  // cut off by the end
-      {"ab\xE2\x82\xAC"
-       "cd",
-       4,
-       {'a', 'b'}},                              // cut off by the length
-      {"x\xC0\xAFy", -1, {'x'}},                 // overlong
-      {"x\xF4\x90\x80\x80y", -1, {'x'}},         // beyond U+10FFFF
-      {"x\x80y", -1, {'x'}},                     // continuation byte as lead
-      {std::string("xy\0z", 4), 4, {'x', 'y'}},  // a NUL ends the text
+      {"ab\xE2\x82", -1, {'a', 'b'}},             // cut off by the end
+      {"ab\xE2\x82\xAC\x63\x64", 4, {'a', 'b'}},  // cut off by the length
+      {"x\xC0\xAFy", -1, {'x'}},                  // overlong
+      {"x\xF4\x90\x80\x80y", -1, {'x'}},          // beyond U+10FFFF
+      {"x\x80y", -1, {'x'}},                      // continuation byte as lead
+      {std::string("xy\0z", 4), 4, {'x', 'y'}},   // a NUL ends the text
       {"\xF0\x9D\x84\x9E\xED\xB0\x80", -1, {0xD834, 0xDD1E, 0xDC00}},
       {"\xFF", -1, {}},
   };
