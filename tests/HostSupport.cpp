@@ -11,10 +11,10 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
+// After windows.h, whose types it uses.
 #include <psapi.h>
 #else
 #include <dlfcn.h>
-#include <sys/resource.h>
 #include <time.h>
 #include <unicode/ustring.h>
 #include <unicode/utf8.h>
@@ -126,18 +126,6 @@ long ResidentBytes() {
   if (std::fscanf(f, "%ld %ld", &pages, &resident) != 2) resident = -1;
   std::fclose(f);
   return resident * sysconf(_SC_PAGESIZE);
-#endif
-}
-
-long PeakKiB() {
-#if defined(_WIN32)
-  PROCESS_MEMORY_COUNTERS counters;
-  if (!GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters)) return -1;
-  return static_cast<long>(counters.PeakWorkingSetSize / 1024);
-#else
-  rusage usage;
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss;
 #endif
 }
 

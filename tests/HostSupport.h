@@ -36,8 +36,6 @@ void ReleaseFile(void* held);
 bool NamedObjectExists(const char* name);
 /// Bytes of this process resident in memory now; -1 when unknown.
 long ResidentBytes();
-/// The most memory this process has had resident so far, in KiB.
-long PeakKiB();
 /// CPU time the calling thread has used, in milliseconds.
 double ThreadCpuMs();
 /// Runs the tests of this program that match filter in a second process

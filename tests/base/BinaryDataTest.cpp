@@ -1,8 +1,10 @@
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -10,6 +12,7 @@
 
 #include "HostSupport.h"
 #include "TestSupport.h"
+#include "io/TestStreams.h"
 #include "vesk/base/BinaryData.h"
 #include "vesk/base/Bool.h"
 #include "vesk/base/IllegalArgumentException.h"
@@ -26,15 +29,11 @@ using vesk::base::CNumberFormatException;
 using vesk::base::CString;
 using vesk::base::CUnicodeString;
 using vesk::testing::FailEachAllocationInTurn;
+using vesk::testing::Units;
+using vesk_test::U16;
 namespace platform = vesk::platform;
 
 namespace {
-
-std::u16string U16(const std::string& ascii) { return std::u16string(ascii.begin(), ascii.end()); }
-
-const unsigned short* P16(const std::u16string& s) {
-  return reinterpret_cast<const unsigned short*>(s.c_str());
-}
 
 std::string Narrow(const CUnicodeString& s) {
   std::string out;
@@ -76,9 +75,9 @@ Decode Base64(const char* text) {
   return [text](char*& d, unsigned int& n) { CBinaryData::ParseBase64String(CString(text), d, n); };
 }
 
-Decode Base64(const std::u16string& text) {
+Decode Base64(const Units& text) {
   return [text](char*& d, unsigned int& n) {
-    CBinaryData::ParseBase64UnicodeString(CUnicodeString(P16(text)), d, n);
+    CBinaryData::ParseBase64UnicodeString(CUnicodeString(text.c_str()), d, n);
   };
 }
 
@@ -223,11 +222,11 @@ TEST(Base64, CorruptTextIsRejectedWithoutLeaks) {
   }
   // 16-bit units of 256 and more, including those whose low byte is a
   // letter of the alphabet or "=", fail their group.
-  for (char16_t unit : {u'\u0141', u'\uFF41', u'\u013D', u'\u0100'}) {
+  for (unsigned short unit : {0x141, 0xFF41, 0x13D, 0x100}) {
     ExpectDecodeFailure<CNumberFormatException>(Base64(U16("TWFuTWF") + unit),
                                                 "Invalid base 64 char found.");
   }
-  ExpectDecodeFailure<CNumberFormatException>(Base64(U16("TQ=") + u'\u013D'),
+  ExpectDecodeFailure<CNumberFormatException>(Base64(U16("TQ=") + Units{0x13D}),
                                               "Invalid base 64 char found.");
 }
 
@@ -251,15 +250,21 @@ TEST(BinHex, EncodesUpperCaseHighNibbleFirst) {
 // The six forms: narrow and 16-bit, each as a string, a terminated text and
 // a text with a length.
 void ParseBinHexForm(int form, const char* t, char*& d, unsigned int& n) {
-  std::u16string w = U16(t);
+  Units w = U16(t);
   unsigned int length = static_cast<unsigned int>(w.size());
   switch (form) {
-    case 0: return CBinaryData::ParseBinHexString(CString(t), d, n);
-    case 1: return CBinaryData::ParseBinHexString(t, d, n);
-    case 2: return CBinaryData::ParseBinHexString(t, length, d, n);
-    case 3: return CBinaryData::ParseBinHexUnicodeString(CUnicodeString(P16(w)), d, n);
-    case 4: return CBinaryData::ParseBinHexUnicodeString(P16(w), d, n);
-    default: return CBinaryData::ParseBinHexUnicodeString(P16(w), length, d, n);
+    case 0:
+      return CBinaryData::ParseBinHexString(CString(t), d, n);
+    case 1:
+      return CBinaryData::ParseBinHexString(t, d, n);
+    case 2:
+      return CBinaryData::ParseBinHexString(t, length, d, n);
+    case 3:
+      return CBinaryData::ParseBinHexUnicodeString(CUnicodeString(w.c_str()), d, n);
+    case 4:
+      return CBinaryData::ParseBinHexUnicodeString(w.c_str(), d, n);
+    default:
+      return CBinaryData::ParseBinHexUnicodeString(w.c_str(), length, d, n);
   }
 }
 
@@ -281,7 +286,7 @@ TEST(BinHex, DecodesEveryForm) {
   }
 
   // Pointer forms reject null text and an explicit zero length.
-  std::u16string ab = U16("AB");
+  Units ab = U16("AB");
   std::pair<Decode, const char*> refused[] = {
       {[](char*& d, unsigned int& n) { CBinaryData::ParseBinHexString(nullptr, d, n); },
        "Invalid value buffer."},
@@ -291,16 +296,18 @@ TEST(BinHex, DecodesEveryForm) {
        "Invalid value buffer length."},
       {[](char*& d, unsigned int& n) { CBinaryData::ParseBinHexUnicodeString(nullptr, d, n); },
        "Invalid value buffer."},
-      {[&](char*& d, unsigned int& n) { CBinaryData::ParseBinHexUnicodeString(P16(ab), 0, d, n); },
+      {[&](char*& d, unsigned int& n) {
+         CBinaryData::ParseBinHexUnicodeString(ab.c_str(), 0, d, n);
+       },
        "Invalid value buffer length."},
   };
   for (const auto& row : refused) {
     ExpectDecodeFailure<CIllegalArgumentException>(row.first, row.second);
   }
   // A 16-bit unit whose low byte is a digit is not a digit.
-  std::u16string wide = U16("0") + u'\u0141';
+  Units wide = U16("0") + Units{0x141};
   ExpectDecodeFailure<CNumberFormatException>(
-      [&](char*& d, unsigned int& n) { CBinaryData::ParseBinHexUnicodeString(P16(wide), d, n); },
+      [&](char*& d, unsigned int& n) { CBinaryData::ParseBinHexUnicodeString(wide.c_str(), d, n); },
       "Invalid binhex digit.");
   // The explicit length bounds the text: digits after it are not read.
   unsigned int length = 0;
@@ -316,10 +323,10 @@ TEST(BinHex, FromBinHexReplacesTheContents) {
   EXPECT_EQ(Bytes(d), "\xCA\xFE");
   d.FromBinHexString("0102FF", 4);
   EXPECT_EQ(Bytes(d), "\x01\x02");
-  std::u16string s = U16("7F80");
-  d.FromBinHexUnicodeString(P16(s));
+  Units s = U16("7F80");
+  d.FromBinHexUnicodeString(s.c_str());
   EXPECT_EQ(Bytes(d), "\x7F\x80");
-  d.FromBinHexUnicodeString(P16(s), 2);
+  d.FromBinHexUnicodeString(s.c_str(), 2);
   EXPECT_EQ(Bytes(d), "\x7F");
 
   // The old block is dropped before decoding: a failure leaves it empty.
@@ -330,7 +337,7 @@ TEST(BinHex, FromBinHexReplacesTheContents) {
   EXPECT_EQ(platform::LiveAllocations(), live - 1);
   ExpectThrow<CIllegalArgumentException>([&] { d.FromBinHexString(nullptr); },
                                          "Invalid value buffer.");
-  ExpectThrow<CIllegalArgumentException>([&] { d.FromBinHexUnicodeString(P16(s), 0); },
+  ExpectThrow<CIllegalArgumentException>([&] { d.FromBinHexUnicodeString(s.c_str(), 0); },
                                          "Invalid value buffer length.");
 }
 
@@ -347,29 +354,23 @@ TEST(BinaryDataInterop, MatchesPythonOnEveryLengthUpTo300) {
   std::mt19937 random(20240601);
   std::string all;
   for (int i = 0; i < 301 * 150; ++i) all.push_back(static_cast<char>(random()));
-  char dataPath[] = "/tmp/vesk_b64_XXXXXX";
-  int fd = mkstemp(dataPath);
-  ASSERT_GE(fd, 0);
-  FILE* f = fdopen(fd, "wb");
-  ASSERT_EQ(std::fwrite(all.data(), 1, all.size(), f), all.size());
-  std::fclose(f);
-
+  std::filesystem::path dataPath = vesk_test::MakeTempDir("vesk_b64") / "blocks";
+  std::ofstream(dataPath, std::ios::binary) << all;
   // Block n is the n bytes starting at p = n * (n - 1) / 2.
-  std::string command =
+  int status = -1;
+  std::istringstream out(vesk_test::CommandOutput(
       "python3 -c \"import sys, base64, binascii\n"
       "d = open(sys.argv[1], 'rb').read()\n"
       "for n in range(301):\n"
       "    b = d[n * (n - 1) // 2:][:n]\n"
       "    print(base64.b64encode(b).decode() + ' ' + binascii.hexlify(b).upper().decode())\n"
-      "\" ";
-  command += dataPath;
-  FILE* py = popen(command.c_str(), "r");
-  ASSERT_NE(py, nullptr);
+      "\" " +
+          dataPath.string(),
+      &status));
+  std::filesystem::remove_all(dataPath.parent_path());
+  ASSERT_EQ(status, 0);
   std::vector<std::string> lines;
-  char line[1024];
-  while (std::fgets(line, sizeof line, py)) lines.push_back(std::string(line));
-  ASSERT_EQ(pclose(py), 0);
-  std::remove(dataPath);
+  for (std::string line; std::getline(out, line);) lines.push_back(line);
   ASSERT_EQ(lines.size(), 301u);
 
   for (int n = 0; n <= 300; ++n) {
@@ -378,7 +379,7 @@ TEST(BinaryDataInterop, MatchesPythonOnEveryLengthUpTo300) {
     // " " separates the two forms (a trailing blank when both are empty).
     size_t blank = lines[n].find(' ');
     std::string pyBase64 = lines[n].substr(0, blank);
-    std::string pyHex = lines[n].substr(blank + 1, lines[n].size() - blank - 2);
+    std::string pyHex = lines[n].substr(blank + 1);
 
     EXPECT_EQ(std::string(CBinaryData::ToBase64String(b.data(), n)), pyBase64);
     EXPECT_EQ(Narrow(CBinaryData::ToBase64UnicodeString(b.data(), n)), pyBase64);
@@ -387,9 +388,11 @@ TEST(BinaryDataInterop, MatchesPythonOnEveryLengthUpTo300) {
 
     // The decoders' forms are alike (DecodesEveryForm): one of each kind.
     unsigned int length = 0;
-    EXPECT_EQ(Decoded(Base64(U16(pyBase64)), length, n), b);
+    EXPECT_EQ(Decoded(Base64(U16(pyBase64.c_str())), length, n), b);
     EXPECT_EQ(length, (n + 2) / 3);
-    auto hex = [&](char*& d, unsigned int& k) { CBinaryData::ParseBinHexString(pyHex.c_str(), d, k); };
+    auto hex = [&](char*& d, unsigned int& k) {
+      CBinaryData::ParseBinHexString(pyHex.c_str(), d, k);
+    };
     if (n > 0) EXPECT_EQ(Decoded(hex, length), b);
   }
 }
@@ -405,9 +408,8 @@ TEST(Bool, TextsAndPublishedCounts) {
   EXPECT_EQ(CBool::WCC_TRUE, 5u);
   EXPECT_EQ(CBool::WCC_FALSE, 5u);
   EXPECT_EQ(CBool::ToUnicodeString(true), CBool::WSZ_TRUE);
-  EXPECT_EQ(std::u16string(reinterpret_cast<const char16_t*>(CBool::WSZ_TRUE)), u"true");
-  EXPECT_EQ(std::u16string(reinterpret_cast<const char16_t*>(CBool::ToUnicodeString(false))),
-            u"false");
+  EXPECT_EQ(Units(CBool::WSZ_TRUE), U16("true"));
+  EXPECT_EQ(Units(CBool::ToUnicodeString(false)), U16("false"));
   EXPECT_STREQ(CBool::m_classCBool.GetQualifiedName(), "vesk::base::CBool");
 }
 

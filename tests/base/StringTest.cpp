@@ -2,6 +2,7 @@
 #include <initializer_list>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -29,6 +30,9 @@ namespace {
 
 const unsigned short kEuro = 0x20AC;
 
+// Results of several calls side by side, for one comparison with a table.
+using Ints = std::vector<int>;
+
 // The null string, "" and an emptied string are one empty string; it sorts
 // below "" by Compare but equals it by operator==.
 TEST(String, EmptyAndCompareRules) {
@@ -48,9 +52,8 @@ TEST(String, EmptyAndCompareRules) {
     EXPECT_FALSE(*s < "");
   }
   CString a("a"), b("b");
-  EXPECT_EQ(1, a.Compare(""));
-  EXPECT_EQ(1, a.Compare(static_cast<const char*>(nullptr)));
-  EXPECT_EQ(1, a.Compare(null));
+  EXPECT_EQ((Ints{a.Compare(""), a.Compare(static_cast<const char*>(nullptr)), a.Compare(null)}),
+            (Ints{1, 1, 1}));
   EXPECT_LT(CString("ab").Compare("abc"), 0);
   EXPECT_GT(CString("abd").Compare("abc"), 0);
   EXPECT_GT(CString("\u00e9").Compare("z"), 0);  // bytes compare unsigned
@@ -82,30 +85,28 @@ class StringKinds : public ::testing::Test {};
 using Kinds = ::testing::Types<CString, CUnicodeString>;
 TYPED_TEST_SUITE(StringKinds, Kinds);
 
+// The texts of several strings side by side.
+template <class S>
+std::vector<std::string> Strs(std::initializer_list<S> strings) {
+  std::vector<std::string> texts;
+  for (const S& s : strings) texts.push_back(Str(s));
+  return texts;
+}
+
 TYPED_TEST(StringKinds, ExtractionBoundsAndSingleCharacters) {
-  TypeParam s("abcde");
-  // Right keeps its compatible result: the n characters before the last.
-  EXPECT_EQ("cd", Str(s.Right(2)));
-  EXPECT_EQ("d", Str(s.Right(1)));
-  EXPECT_TRUE(s.Right(0).IsEmpty());
-  EXPECT_EQ("abcde", Str(s.Right(9)));
-  EXPECT_TRUE(s.Left(0).IsEmpty());
-  EXPECT_EQ("ab", Str(s.Left(2)));
+  TypeParam s("abcde"), t("abcdef");
+  // Right keeps its compatible result: the n characters before the last;
+  // Mid(0, -1) wraps to the largest end.
+  EXPECT_EQ(Strs({s.Right(2), s.Right(1), s.Right(0), s.Right(9), s.Left(0), s.Left(2)}),
+            (std::vector<std::string>{"cd", "d", "", "abcde", "", "ab"}));
+  EXPECT_EQ(
+      Strs({t.SubString(2), t.SubString(2, 4), t.SubString(4, 100), t.SubString(6),
+            t.SubString(3, 3), t.SubString(4, 2), TypeParam().SubString(0, 5), t.Mid(1, 3),
+            t.Mid(1), t.Mid(1, 0), t.Mid(0, -1)}),
+      (std::vector<std::string>{"cdef", "cd", "ef", "", "", "", "", "bcd", "bcdef", "", "abcdef"}));
   // Whole-string results share the buffer.
   EXPECT_EQ(P(s), P(s.Left(7)));
   EXPECT_EQ(P(s), P(s.Right(5)));
-  TypeParam t("abcdef");
-  EXPECT_EQ("cdef", Str(t.SubString(2)));
-  EXPECT_EQ("cd", Str(t.SubString(2, 4)));
-  EXPECT_EQ("ef", Str(t.SubString(4, 100)));
-  EXPECT_TRUE(t.SubString(6).IsEmpty());
-  EXPECT_TRUE(t.SubString(3, 3).IsEmpty());
-  EXPECT_TRUE(t.SubString(4, 2).IsEmpty());
-  EXPECT_TRUE(TypeParam().SubString(0, 5).IsEmpty());
-  EXPECT_EQ("bcd", Str(t.Mid(1, 3)));
-  EXPECT_EQ("bcdef", Str(t.Mid(1)));
-  EXPECT_TRUE(t.Mid(1, 0).IsEmpty());
-  EXPECT_EQ("abcdef", Str(t.Mid(0, -1)));  // -1 from index 0 wraps to the largest end
   // SetAt and GetAt ignore what is out of range.
   s.SetAt(1, 'B');
   s.SetAt(5, 'X');
@@ -120,34 +121,26 @@ TYPED_TEST(StringKinds, ExtractionBoundsAndSingleCharacters) {
 
 TYPED_TEST(StringKinds, SearchesAndTheReverseProbe) {
   TypeParam s("hello world");
-  EXPECT_EQ(2, s.Find('l'));
-  EXPECT_EQ(9, s.Find('l', 4));
-  EXPECT_EQ(-1, s.Find('l', 10));
-  EXPECT_EQ(-1, s.Find('l', 11));
-  EXPECT_EQ(-1, s.Find('z'));
-  EXPECT_EQ(9, s.ReverseFind('l'));
-  EXPECT_EQ(9, s.ReverseFind('l', 9));  // start is a lower bound
-  EXPECT_EQ(-1, s.ReverseFind('h', 1));
-  EXPECT_EQ(-1, s.ReverseFind('l', 11));
-  EXPECT_EQ(6, s.Find("wor"));
-  EXPECT_EQ(-1, s.Find("wor", 7));
-  EXPECT_EQ(-1, s.Find(""));
-  EXPECT_EQ(-1, s.Find(static_cast<const char*>(nullptr)));
-  EXPECT_EQ(6, s.FindIgnoreCase("WORLD"));
-  EXPECT_EQ(6, s.Find(TypeParam("world")));
+  // A start is a lower bound for ReverseFind too.
+  EXPECT_EQ((Ints{s.Find('l'), s.Find('l', 4), s.Find('l', 10), s.Find('l', 11), s.Find('z'),
+                  s.ReverseFind('l'), s.ReverseFind('l', 9), s.ReverseFind('h', 1),
+                  s.ReverseFind('l', 11), s.Find("wor"), s.Find("wor", 7), s.Find(""),
+                  s.Find(static_cast<const char*>(nullptr)), s.FindIgnoreCase("WORLD"),
+                  s.Find(TypeParam("world"))}),
+            (Ints{2, 9, -1, -1, -1, 9, 9, -1, -1, 6, -1, -1, -1, 6, 6}));
   // A text is looked for backwards by probes that step back by its length,
-  // each of which searches forwards.
-  EXPECT_EQ(2, TypeParam("abab").ReverseFind("ab", 0));
-  EXPECT_EQ(-1, TypeParam("ab").ReverseFind("ab", 0));
-  EXPECT_EQ(1, TypeParam("aab").ReverseFind("ab", 0));
-  // Probes at 4 and 2 miss "ab" at 1; the probe at 0 is not above start.
-  EXPECT_EQ(-1, TypeParam("xabxxx").ReverseFind("ab", 0));
-  EXPECT_EQ(3, TypeParam("xxxabx").ReverseFind("ab", 0));  // the probe at 2 finds 3
-  EXPECT_EQ(-1, TypeParam("abab").ReverseFind("ab", 2));
-  EXPECT_EQ(4, TypeParam("xAByAB").ReverseFindIgnoreCase("ab", 0));
-  EXPECT_EQ(-1, TypeParam("abab").ReverseFind(""));
-  EXPECT_EQ(-1, TypeParam("ab").ReverseFind("abc"));
-  EXPECT_EQ(2, TypeParam("abab").ReverseFind(TypeParam("ab")));
+  // each of which searches forwards: in "xabxxx" the probes at 4 and 2 miss
+  // "ab" at 1 and the probe at 0 is not above start; in "xxxabx" the probe
+  // at 2 finds 3.
+  auto reverse = [](const char* text, const char* what, int start) {
+    return TypeParam(text).ReverseFind(what, start);
+  };
+  EXPECT_EQ((Ints{reverse("abab", "ab", 0), reverse("ab", "ab", 0), reverse("aab", "ab", 0),
+                  reverse("xabxxx", "ab", 0), reverse("xxxabx", "ab", 0), reverse("abab", "ab", 2),
+                  TypeParam("abab").ReverseFind(""), TypeParam("ab").ReverseFind("abc"),
+                  TypeParam("abab").ReverseFind(TypeParam("ab")),
+                  TypeParam("xAByAB").ReverseFindIgnoreCase("ab", 0)}),
+            (Ints{2, -1, 1, -1, 3, -1, -1, -1, 2, 4}));
   TypeParam h("Hello");
   EXPECT_TRUE(h.StartsWith("He") && h.StartsWith("Hello") && h.StartsWithIgnoreCase("he"));
   EXPECT_FALSE(h.StartsWith("Hello!") || h.StartsWith("") || h.StartsWith("he"));
@@ -158,17 +151,15 @@ TYPED_TEST(StringKinds, SearchesAndTheReverseProbe) {
 
 TYPED_TEST(StringKinds, EditsCountAndClamp) {
   TypeParam s("a-b-c");
-  EXPECT_EQ(2, s.Replace('-', '+'));
+  EXPECT_EQ((Ints{s.Replace('-', '+'), s.Replace('+', '+'), TypeParam().Replace('a', 'b')}),
+            (Ints{2, 0, 0}));
   EXPECT_EQ("a+b+c", Str(s));
-  EXPECT_EQ(0, s.Replace('+', '+'));
-  EXPECT_EQ(0, TypeParam().Replace('a', 'b'));
   TypeParam t("one two one two one");
-  EXPECT_EQ(3, t.Replace("one", "1"));
-  EXPECT_EQ(2, t.Replace("two", "three"));
+  EXPECT_EQ((Ints{t.Replace("one", "1"), t.Replace("two", "three")}), (Ints{3, 2}));
   EXPECT_EQ("1 three 1 three 1", Str(t));
-  EXPECT_EQ(0, t.Replace("four", "x"));
-  EXPECT_EQ(0, t.Replace("", "x"));
-  EXPECT_EQ(3, t.Replace("1", static_cast<const char*>(nullptr)));
+  EXPECT_EQ((Ints{t.Replace("four", "x"), t.Replace("", "x"),
+                  t.Replace("1", static_cast<const char*>(nullptr))}),
+            (Ints{0, 0, 3}));
   EXPECT_EQ(" three  three ", Str(t));
   // Non-overlapping, left to right; the inserted text is not searched again.
   TypeParam overlap("aaaa");
@@ -180,25 +171,21 @@ TYPED_TEST(StringKinds, EditsCountAndClamp) {
   EXPECT_EQ(std::string(1200, 'y'), Str(big));
   EXPECT_EQ(1201u, Header(big)->capacity);
   TypeParam r("banana");
-  EXPECT_EQ(3, r.Remove('a'));
-  EXPECT_EQ(0, r.Remove('z'));
+  EXPECT_EQ((Ints{r.Remove('a'), r.Remove('z')}), (Ints{3, 0}));
   EXPECT_EQ("bnn", Str(r));
 
   TypeParam empty;
   EXPECT_EQ(1, empty.Insert(5, 'x'));
   EXPECT_EQ(64u, Header(empty)->capacity);
   TypeParam i("ace");
-  EXPECT_EQ(4, i.Insert(1, 'b'));
-  EXPECT_EQ(5, i.Insert(3, 'd'));
-  EXPECT_EQ(6, i.Insert(99, 'f'));
-  EXPECT_EQ(9, i.Insert(0, "xyz"));
-  EXPECT_EQ(9, i.Insert(2, ""));
+  EXPECT_EQ((Ints{i.Insert(1, 'b'), i.Insert(3, 'd'), i.Insert(99, 'f'), i.Insert(0, "xyz"),
+                  i.Insert(2, "")}),
+            (Ints{4, 5, 6, 9, 9}));
   EXPECT_EQ("xyzabcdef", Str(i));
   TypeParam d("0123456789");
-  EXPECT_EQ(10, d.Delete(2, 3));  // the length before the deletion
-  EXPECT_EQ(7, d.Delete(2, 0));
-  EXPECT_EQ(7, d.Delete(7, 1));
-  EXPECT_EQ(7, d.Delete(5, 100));  // clamped to the end
+  // The length before the deletion; a count past the end is clamped.
+  EXPECT_EQ((Ints{d.Delete(2, 3), d.Delete(2, 0), d.Delete(7, 1), d.Delete(5, 100)}),
+            (Ints{10, 7, 7, 7}));
   EXPECT_EQ("01567", Str(d));
   // Arguments taken from the string itself.
   TypeParam own("abcabc");
@@ -286,18 +273,13 @@ TYPED_TEST(StringKinds, CapacityClassesAndEmpty) {
 TEST(String, SearchesStepOverWholeUtf8Characters) {
   CString s("\u00e9\u20ac\U0001F600a");  // 2 + 3 + 4 + 1 bytes
   EXPECT_EQ(10u, s.GetLength());
-  EXPECT_EQ(9, s.Find('a'));
-  EXPECT_EQ(2, s.Find("\u20ac"));
-  // A continuation byte is not a character: no match inside the euro sign.
-  EXPECT_EQ(-1, s.Find('\x82'));
-  EXPECT_EQ(-1, s.Find("\x82\xac"));
-  EXPECT_EQ(0, s.FindIgnoreCase("\u00c9"));
-  // A malformed byte is a character of its own.
+  // A continuation byte is not a character: no match inside the euro sign;
+  // a malformed byte is a character of its own; a lead byte alone is no match.
   CString bad("a\x82\x62");
-  EXPECT_EQ(1, bad.Find('\x82'));
-  EXPECT_EQ(1, bad.ReverseFind('\x82'));
-  EXPECT_EQ(1, CString("x\x82\xac").Find("\x82\xac"));
-  EXPECT_EQ(-1, CString("\u00e9x").ReverseFind('\xc3'));  // a lead byte alone is no match
+  EXPECT_EQ((Ints{s.Find('a'), s.Find("\u20ac"), s.Find('\x82'), s.Find("\x82\xac"),
+                  s.FindIgnoreCase("\u00c9"), bad.Find('\x82'), bad.ReverseFind('\x82'),
+                  CString("x\x82\xac").Find("\x82\xac"), CString("\u00e9x").ReverseFind('\xc3')}),
+            (Ints{9, 2, -1, -1, 0, 1, 1, 1, -1}));
   CString utf("\u00e9a\u00e9");
   EXPECT_EQ(0, utf.Remove('\xc3'));  // only whole characters are removed
   EXPECT_EQ(1, utf.Remove('a'));

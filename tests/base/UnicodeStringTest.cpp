@@ -29,6 +29,8 @@ using vesk::testing::W;
 
 namespace {
 
+using Ints = std::vector<int>;
+
 Units UnitsOf(const CUnicodeString& s) {
   const unsigned short* p = s;
   return Units(p, s.GetLength());
@@ -48,8 +50,7 @@ TEST(UnicodeString, ConvertsNarrowTextAsUtf8) {
   EXPECT_EQ(Units(W(u"hé")), UnitsOf(CUnicodeString("h\xC3\xA9llo", 3)));
   EXPECT_EQ(Units(W(u"ab")), UnitsOf(CUnicodeString("ab\0cd", 5)));
   // Bytes that are not UTF-8 become '?'.
-  EXPECT_EQ(Units(W(u"a?b")), UnitsOf(CUnicodeString("a\xFF"
-                                                     "b")));
+  EXPECT_EQ(Units(W(u"a?b")), UnitsOf(CUnicodeString("a\xFF\x62")));
   // 16-bit text with a count stops at a zero unit among the units.
   const unsigned short withZero[] = {'x', 'y', 0, 'z'};
   CUnicodeString counted(withZero, 4);
@@ -102,13 +103,11 @@ TEST(UnicodeString, EmptyComparesEqualToEmptyText) {
 
 TEST(UnicodeString, ComparesUnitByUnit) {
   CUnicodeString s(W(u"Grüße"));
-  EXPECT_EQ(0, s.Compare("Gr\xC3\xBC\xC3\x9F"
-                         "e"));
+  EXPECT_EQ(0, s.Compare("Gr\xC3\xBC\xC3\x9F\x65"));
   EXPECT_GT(s.Compare(W(u"Grüsse")), 0);  // ß (0xDF) is above s
   EXPECT_LT(s.Compare(W(u"grüße")), 0);
   EXPECT_EQ(0, s.CompareIgnoreCase(W(u"GRÜßE")));
-  EXPECT_EQ(0, s.CompareIgnoreCase("gr\xC3\x9C\xC3\x9F"
-                                   "E"));
+  EXPECT_EQ(0, s.CompareIgnoreCase("gr\xC3\x9C\xC3\x9F\x45"));
   EXPECT_NE(0, s.CompareIgnoreCase(W(u"GRÜSE")));
   EXPECT_EQ(0, CUnicodeString(W(u"𐐀")).CompareIgnoreCase(W(u"𐐨")));  // a pair folds too
   // A supplementary character compares above every BMP unit below 0xD800
@@ -123,27 +122,20 @@ TEST(UnicodeString, ComparesUnitByUnit) {
 // The search rules are the narrow string's (StringKinds); here the 16-bit
 // arguments, case beyond ASCII and surrogate pairs.
 TEST(UnicodeString, SearchesKeepTheirQuirks) {
-  CUnicodeString abab(W(u"abab"));
-  EXPECT_EQ(2, abab.ReverseFind(W(u"ab"), 0));
-  EXPECT_EQ(3, abab.ReverseFind(static_cast<unsigned short>('b'), 2));
-  EXPECT_EQ(1, abab.Find(static_cast<unsigned short>('b')));
-  EXPECT_EQ(-1, abab.Find(static_cast<const unsigned short*>(nullptr)));
-  CUnicodeString text(W(u"Straße und STRASSE"));
-  EXPECT_EQ(11, text.Find("STRASSE"));
-  EXPECT_EQ(11, text.FindIgnoreCase(W(u"strasse")));  // ß does not fold to ss
-  EXPECT_EQ(11, text.FindIgnoreCase("strasse"));
-  EXPECT_EQ(0, text.FindIgnoreCase(W(u"STRAßE")));
-  EXPECT_EQ(11, text.ReverseFindIgnoreCase("strasse", 0));
-  EXPECT_TRUE(text.StartsWith("Stra\xC3\x9F"));
-  EXPECT_TRUE(text.StartsWithIgnoreCase(W(u"sTRAß")));
-  EXPECT_TRUE(text.EndsWith(W(u"SSE")));
-  EXPECT_TRUE(text.EndsWithIgnoreCase("strasse"));
-  // Ignoring case, the low half of a pair is no starting point.
+  CUnicodeString abab(W(u"abab")), text(W(u"Straße und STRASSE")), pair(W(u"a😀"));
+  // ß does not fold to ss; ignoring case, the low half of a pair is no
+  // starting point; a narrow byte that is no character stands for '?'.
   const unsigned short low[] = {0xDE00, 0};
-  EXPECT_EQ(2, CUnicodeString(W(u"a😀")).Find(low));
-  EXPECT_EQ(-1, CUnicodeString(W(u"a😀")).FindIgnoreCase(low));
-  // A narrow byte that is no character stands for '?'.
-  EXPECT_EQ(1, CUnicodeString("a?b").Find('\xE9'));
+  EXPECT_EQ(
+      (Ints{abab.ReverseFind(W(u"ab"), 0), abab.ReverseFind(static_cast<unsigned short>('b'), 2),
+            abab.Find(static_cast<unsigned short>('b')),
+            abab.Find(static_cast<const unsigned short*>(nullptr)), text.Find("STRASSE"),
+            text.FindIgnoreCase(W(u"strasse")), text.FindIgnoreCase("strasse"),
+            text.FindIgnoreCase(W(u"STRAßE")), text.ReverseFindIgnoreCase("strasse", 0),
+            pair.Find(low), pair.FindIgnoreCase(low), CUnicodeString("a?b").Find('\xE9')}),
+      (Ints{2, 3, 1, -1, 11, 11, 11, 0, 11, 2, -1, 1}));
+  EXPECT_TRUE(text.StartsWith("Stra\xC3\x9F") && text.StartsWithIgnoreCase(W(u"sTRAß")) &&
+              text.EndsWith(W(u"SSE")) && text.EndsWithIgnoreCase("strasse"));
 }
 
 TEST(UnicodeString, EditsTakeSixteenBitTextAndCopyOut) {
@@ -277,11 +269,11 @@ TEST(UnicodeString, FromUtf8StopsAtTheFirstFault) {
   } rows[] = {
       {"\x61\xC3\x28\x62", -1, {'a'}},
       {"ab\xE2\x82", -1, {'a', 'b'}},             // cut off by the end
-      {"ab\xE2\x82\xAC" "cd", 4, {'a', 'b'}},     // cut off by the length
+      {"ab\xE2\x82\xAC\x63\x64", 4, {'a', 'b'}},  // cut off by the length
       {"x\xC0\xAFy", -1, {'x'}},                  // overlong
       {"x\xF4\x90\x80\x80y", -1, {'x'}},          // beyond U+10FFFF
       {"x\x80y", -1, {'x'}},                      // continuation byte as lead
-      {std::string("xy\0z", 4), 4, {'x', 'y'}},  // a NUL ends the text
+      {std::string("xy\0z", 4), 4, {'x', 'y'}},   // a NUL ends the text
       {"\xF0\x9D\x84\x9E\xED\xB0\x80", -1, {0xD834, 0xDD1E, 0xDC00}},
       {"\xFF", -1, {}},
   };

@@ -1,6 +1,7 @@
 #include <cfloat>
 #include <climits>
 #include <functional>
+#include <initializer_list>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -43,71 +44,70 @@ TEST(XMLReaderTest, TypedReadsAtTheirBoundaries) {
        asULong = Typed(&CXMLReader::ReadUnsignedLong), asInt64 = Typed(&CXMLReader::ReadInt64),
        asUInt64 = Typed(&CXMLReader::ReadUInt64), asFloat = Typed(&CXMLReader::ReadFloat),
        asDouble = Typed(&CXMLReader::ReadDouble);
-  const std::string largest = std::to_string(1e308);
-  struct Case {
-    const char* text;
-    Read* read;
-    const char* result;  // the value printed, or the message of the refusal
-  } cases[] = {
-      {" true ", &asBool, "true"}, {"false", &asBool, "false"}, {"True", &asBool, "Invalid bool literal."},
-      {"1", &asBool, "Invalid bool literal."}, {"", &asBool, "Invalid bool literal."},
-      {"-32768", &asShort, "-32768"}, {"32767", &asShort, "32767"}, {"32768", &asShort, "Invalid short literal."},
-      {"\n\t+7 ", &asShort, "7"}, {"", &asShort, "Invalid short literal."},
-      {"-2147483648", &asLong, "-2147483648"}, {"2147483648", &asLong, "Invalid Int32 literal."},
-      {"12 3", &asLong, "Invalid Int32 literal."}, {"0x10", &asLong, "Invalid Int32 literal."},
-      {"1.0", &asLong, "Invalid Int32 literal."}, {"--1", &asLong, "Invalid Int32 literal."},
-      {"4294967295", &asULong, "4294967295"}, {"4294967296", &asULong, "Invalid UInt32 literal."},
-      {"-1", &asULong, "Invalid UInt32 literal."},
-      {"-9223372036854775808", &asInt64, "-9223372036854775808"},
-      {"9223372036854775808", &asInt64, "Invalid Int64 literal."}, {"42abc", &asInt64, "Invalid Int64 literal."},
-      // The lenient one: the leading number counts, the rest is ignored.
-      {"42abc", &asUInt64, "42"}, {"18446744073709551615", &asUInt64, "18446744073709551615"},
-      {"99999999999999999999", &asUInt64, "18446744073709551615"}, {"abc", &asUInt64, "Invalid UInt64 literal."},
-      {" ", &asUInt64, "Invalid UInt64 literal."},
-      {"2.5", &asFloat, "2.500000"}, {"-1e3", &asFloat, "-1000.000000"}, {"1e39", &asFloat, "Invalid float literal."},
-      {"2.5f", &asFloat, "Invalid float literal."}, {"1e308", &asDouble, largest.c_str()},
-      {"1e309", &asDouble, "Invalid double literal."}, {" .5 ", &asDouble, "0.500000"},
-      {"", &asDouble, "Invalid double literal."},
-  };
-  for (const Case& c : cases) {
-    CRef<CXMLReader> reader = OnValue(c.text);
-    try {
-      EXPECT_EQ((*c.read)(*reader), c.result) << '"' << c.text << '"';
-    } catch (const CXMLException& e) {
-      EXPECT_STREQ(e.GetErrorDescription(), c.result) << '"' << c.text << '"';
-      EXPECT_STREQ(e.GetSourceFile(), kSource);
-      // A refused value leaves the current token where it was.
-      EXPECT_EQ(reader->GetCurrentTokenType(), XMLText);
+  // Each text is followed by what it reads as: the value printed, or the
+  // message of the refusal.
+  auto check = [](const Read& read, std::initializer_list<const char*> pairs) {
+    for (const char* const* c = pairs.begin(); c != pairs.end(); c += 2) {
+      CRef<CXMLReader> reader = OnValue(c[0]);
+      try {
+        EXPECT_EQ(read(*reader), c[1]) << '"' << c[0] << '"';
+      } catch (const CXMLException& e) {
+        EXPECT_STREQ(e.GetErrorDescription(), c[1]) << '"' << c[0] << '"';
+        EXPECT_STREQ(e.GetSourceFile(), kSource);
+        // A refused value leaves the current token where it was.
+        EXPECT_EQ(reader->GetCurrentTokenType(), XMLText);
+      }
     }
-  }
+  };
+  check(asBool, {" true ", "true", "false", "false", "True", "Invalid bool literal.", "1",
+                 "Invalid bool literal.", "", "Invalid bool literal."});
+  check(asShort, {"-32768", "-32768", "32767", "32767", "32768", "Invalid short literal.",
+                  "\n\t+7 ", "7", "", "Invalid short literal."});
+  check(asLong, {"-2147483648", "-2147483648", "2147483648", "Invalid Int32 literal.", "12 3",
+                 "Invalid Int32 literal.", "0x10", "Invalid Int32 literal.", "1.0",
+                 "Invalid Int32 literal.", "--1", "Invalid Int32 literal."});
+  check(asULong, {"4294967295", "4294967295", "4294967296", "Invalid UInt32 literal.", "-1",
+                  "Invalid UInt32 literal."});
+  check(asInt64, {"-9223372036854775808", "-9223372036854775808", "9223372036854775808",
+                  "Invalid Int64 literal.", "42abc", "Invalid Int64 literal."});
+  // The lenient one: the leading number counts, the rest is ignored.
+  check(asUInt64,
+        {"42abc", "42", "18446744073709551615", "18446744073709551615", "99999999999999999999",
+         "18446744073709551615", "abc", "Invalid UInt64 literal.", " ", "Invalid UInt64 literal."});
+  check(asFloat, {"2.5", "2.500000", "-1e3", "-1000.000000", "1e39", "Invalid float literal.",
+                  "2.5f", "Invalid float literal."});
+  check(asDouble, {"1e308", std::to_string(1e308).c_str(), "1e309", "Invalid double literal.",
+                   " .5 ", "0.500000", "", "Invalid double literal."});
   EXPECT_TRUE(OnValue(" x ")->ReadString() == " x ");
 }
 
 TEST(XMLReaderTest, ReadsWithoutACurrentTokenSayWhichTypeFailed) {
   CRef<CXMLReader> reader = XMLReaderOn("<v/>");
+  char* data = nullptr;
+  unsigned int length = 0;
   struct Case {
     std::function<void()> read;
     const char* type;
-  } cases[] = {
-      {[&] { reader->ReadBool(); }, "bool"},       {[&] { reader->ReadShort(); }, "short"},
-      {[&] { reader->ReadLong(); }, "Int32"},      {[&] { reader->ReadUnsignedLong(); }, "UInt32"},
-      {[&] { reader->ReadInt64(); }, "Int64"},     {[&] { reader->ReadUInt64(); }, "UInt64"},
-      {[&] { reader->ReadFloat(); }, "float"},     {[&] { reader->ReadDouble(); }, "double"},
-  };
+  } cases[] = {{[&] { reader->ReadBool(); }, "bool"},
+               {[&] { reader->ReadShort(); }, "short"},
+               {[&] { reader->ReadLong(); }, "Int32"},
+               {[&] { reader->ReadUnsignedLong(); }, "UInt32"},
+               {[&] { reader->ReadInt64(); }, "Int64"},
+               {[&] { reader->ReadUInt64(); }, "UInt64"},
+               {[&] { reader->ReadFloat(); }, "float"},
+               {[&] { reader->ReadDouble(); }, "double"},
+               {[&] { reader->ReadBinHex(data, length); }, "binhex encoded binary data"},
+               {[&] { reader->ReadBase64(data, length); }, "base64 encoded binary data"}};
   for (const Case& c : cases) {
-    std::string message = std::string("Failed to read the value of current token as ") + c.type + ".";
+    std::string message =
+        std::string("Failed to read the value of current token as ") + c.type + ".";
     ExpectThrow<CXMLException>(c.read, message.c_str(), kSource);
   }
-  char* data = nullptr;
-  unsigned int length = 0;
-  ExpectThrow<CXMLException>([&] { reader->ReadBinHex(data, length); },
-                             "Failed to read the value of current token as binhex encoded binary data.");
-  ExpectThrow<CXMLException>([&] { reader->ReadBase64(data, length); },
-                             "Failed to read the value of current token as base64 encoded binary data.");
 }
 
 TEST(XMLReaderTest, Attributes) {
-  CRef<CXMLReader> reader = XMLReaderOn("<r xmlns:p='urn:p' n=' 12 ' b='true' p:d='2.5' f='x'>t</r>");
+  CRef<CXMLReader> reader =
+      XMLReaderOn("<r xmlns:p='urn:p' n=' 12 ' b='true' p:d='2.5' f='x'>t</r>");
   ExpectThrow<CXMLException>([&] { reader->HasAttribute(W(u"n")); },
                              "Attributes available only in start element nodes.", kSource);
   reader->ReadStartElement(W(u"r"));
@@ -121,9 +121,11 @@ TEST(XMLReaderTest, Attributes) {
   EXPECT_TRUE(reader->ReadAttrBool(W(u"b")));
   EXPECT_EQ(reader->ReadAttrDouble(W(u"d"), W(u"urn:p")), 2.5);
   EXPECT_EQ(reader->ReadAttrFloat(W(u"p:d")), 2.5f);
-  ExpectThrow<CXMLException>([&] { reader->ReadAttrDouble(W(u"f")); }, "Invalid double literal.", kSource);
+  ExpectThrow<CXMLException>([&] { reader->ReadAttrDouble(W(u"f")); }, "Invalid double literal.",
+                             kSource);
   ExpectThrow<CXMLException>([&] { reader->ReadAttribute(W(u"zz")); }, "No such attribute.");
-  ExpectThrow<CXMLException>([&] { reader->ReadAttribute(W(u"n"), W(u"")); }, "Invalid namespace URI.");
+  ExpectThrow<CXMLException>([&] { reader->ReadAttribute(W(u"n"), W(u"")); },
+                             "Invalid namespace URI.");
   reader->ReadElementText();
   ExpectThrow<CXMLException>([&] { reader->ReadAttribute(W(u"n")); },
                              "Attributes available only in start element nodes.");
@@ -131,9 +133,9 @@ TEST(XMLReaderTest, Attributes) {
 
 TEST(XMLReaderTest, ElementReads) {
   CRef<CXMLReader> reader = XMLReaderOn(
-      "<r xmlns:p='urn:p'><b> true </b><s>-5</s><l>7</l><u>8</u><i>-9</i><j>10x</j><f>1.5</f><d>2.5</d>"
-      "<p:n>3</p:n><e></e><t>a &amp; b</t><c><![CDATA[<x>]]></c><h>0AFF</h><x>AQID</x><bad>0G</bad>"
-      "<empty/><n></n><w><y/></w></r>");
+      "<r xmlns:p='urn:p'><b> true </b><s>-5</s><l>7</l><u>8</u><i>-9</i><j>10x</j>"
+      "<f>1.5</f><d>2.5</d><p:n>3</p:n><e></e><t>a &amp; b</t><c><![CDATA[<x>]]></c>"
+      "<h>0AFF</h><x>AQID</x><bad>0G</bad><empty/><n></n><w><y/></w></r>");
   reader->ReadStartElement(W(u"r"));
   EXPECT_TRUE(reader->ReadElementBool(W(u"b")));
   EXPECT_EQ(reader->ReadElementShort(W(u"s")), -5);
@@ -160,15 +162,18 @@ TEST(XMLReaderTest, ElementReads) {
                              "Invalid binhex encoded string literal.");
   reader->ReadEndElement(W(u"bad"));
   // An element without text reads as empty text.
-  ExpectThrow<CXMLException>([&] { reader->ReadElementLong(W(u"empty")); }, "Invalid Int32 literal.");
+  ExpectThrow<CXMLException>([&] { reader->ReadElementLong(W(u"empty")); },
+                             "Invalid Int32 literal.");
   reader->ReadEndElement(W(u"empty"));
-  ExpectThrow<CXMLException>([&] { reader->ReadElementShort(W(u"q")); }, "Failed to read the specified start element.");
+  ExpectThrow<CXMLException>([&] { reader->ReadElementShort(W(u"q")); },
+                             "Failed to read the specified start element.");
   reader->ReadEndElement(W(u"n"));
   ExpectThrow<CXMLException>([&] { reader->ReadElementString(W(u"w")); },
                              "Failed to read element with string content.", kSource);
   reader->ReadEndElement(W(u"y"));
   reader->ReadEndElement(W(u"w"));
-  ExpectThrow<CXMLException>([&] { reader->ReadCDATA(); }, "Failed to read the CDATA section.", kSource);
+  ExpectThrow<CXMLException>([&] { reader->ReadCDATA(); }, "Failed to read the CDATA section.",
+                             kSource);
   EXPECT_FALSE(reader->ReadToken());
   ExpectThrow<CXMLException>([&] { reader->ReadCDATA(); }, "End of stream reached.", kSource);
 }
