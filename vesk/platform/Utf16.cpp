@@ -1,6 +1,23 @@
 #include "vesk/platform/Utf16.h"
 
+#include <cstdint>
 #include <cstring>
+
+#if defined(__SSE2__) || defined(_M_X64) || (defined(_M_IX86_FP) && _M_IX86_FP >= 2)
+#include <emmintrin.h>
+#define VESK_SCAN_SSE2 1
+#if defined(_MSC_VER) && !defined(__clang__)
+#include <intrin.h>
+#endif
+#endif
+
+#if defined(__clang__) || defined(__GNUC__)
+#define VESK_NO_SANITIZE_ADDRESS __attribute__((no_sanitize_address))
+#elif defined(_MSC_VER)
+#define VESK_NO_SANITIZE_ADDRESS __declspec(no_sanitize_address)
+#else
+#define VESK_NO_SANITIZE_ADDRESS
+#endif
 
 #include "vesk/platform/CaseMapping.h"
 #include "vesk/platform/Text.h"
@@ -14,6 +31,55 @@ inline bool IsHigh(unsigned int u) { return u >= 0xD800 && u <= 0xDBFF; }
 inline bool IsLow(unsigned int u) { return u >= 0xDC00 && u <= 0xDFFF; }
 
 const std::size_t kUnbounded = static_cast<std::size_t>(-1);
+
+#if defined(VESK_SCAN_SSE2)
+// The index of the lowest set bit of a mask that is not 0.
+inline unsigned int FirstSetBit(unsigned int mask) {
+#if defined(_MSC_VER) && !defined(__clang__)
+  unsigned long index;
+  _BitScanForward(&index, mask);
+  return static_cast<unsigned int>(index);
+#else
+  return static_cast<unsigned int>(__builtin_ctz(mask));
+#endif
+}
+#endif
+
+// The index of the first zero unit of text, or maxUnits when none of the
+// first maxUnits units is zero. Whole aligned 16-byte blocks are read: a
+// block never spans two pages, so the units read beyond the zero unit or
+// beyond maxUnits lie on a page that holds units of the text itself. The
+// address checker would take those reads for overflows, so it skips this
+// function.
+VESK_NO_SANITIZE_ADDRESS std::size_t ScanToZero(const unsigned short* text, std::size_t maxUnits) {
+  if (maxUnits == 0) return 0;
+  std::uintptr_t address = reinterpret_cast<std::uintptr_t>(text);
+#if defined(VESK_SCAN_SSE2)
+  if ((address & 1) == 0) {
+    const __m128i zero = _mm_setzero_si128();
+    const unsigned short* block = reinterpret_cast<const unsigned short*>(address & ~std::uintptr_t(15));
+    std::size_t skipped = static_cast<std::size_t>(text - block);
+    unsigned int mask = static_cast<unsigned int>(_mm_movemask_epi8(
+        _mm_cmpeq_epi16(_mm_load_si128(reinterpret_cast<const __m128i*>(block)), zero)));
+    mask &= ~0u << (2 * skipped);
+    // Units of text before block.
+    std::size_t before = 0;
+    while (mask == 0) {
+      before += 8 - skipped;
+      skipped = 0;
+      if (before >= maxUnits) return maxUnits;
+      block += 8;
+      mask = static_cast<unsigned int>(_mm_movemask_epi8(
+          _mm_cmpeq_epi16(_mm_load_si128(reinterpret_cast<const __m128i*>(block)), zero)));
+    }
+    std::size_t n = before + FirstSetBit(mask) / 2 - skipped;
+    return n < maxUnits ? n : maxUnits;
+  }
+#endif
+  std::size_t n = 0;
+  while (n < maxUnits && text[n]) ++n;
+  return n;
+}
 
 // Reads the code point at text[i] (i < n); returns the units it takes. An
 // unpaired surrogate is returned as itself.
@@ -79,16 +145,12 @@ bool MatchIgnoreCase(const unsigned short* text, const unsigned short* needle) {
 
 unsigned int Utf16Length(const unsigned short* text) {
   if (!text) return 0;
-  const unsigned short* p = text;
-  while (*p) ++p;
-  return static_cast<unsigned int>(p - text);
+  return static_cast<unsigned int>(ScanToZero(text, kUnbounded));
 }
 
 unsigned int Utf16LengthBounded(const unsigned short* text, unsigned int maxUnits) {
   if (!text) return 0;
-  unsigned int n = 0;
-  while (n < maxUnits && text[n]) ++n;
-  return n;
+  return static_cast<unsigned int>(ScanToZero(text, maxUnits));
 }
 
 int Utf16CompareTexts(const unsigned short* a, int lengthA, const unsigned short* b, int lengthB,
