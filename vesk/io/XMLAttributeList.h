@@ -10,6 +10,10 @@
 namespace vesk {
 namespace io {
 
+namespace internal {
+class CXMLTextTokenizer;
+}
+
 /// An ordered list of attribute records as a reader found them. Duplicates
 /// are kept; every lookup scans from the first record and answers the first
 /// match. Names compare exactly, unit by unit. Capacity grows in multiples of
@@ -65,6 +69,14 @@ class VESK_API CXMLAttributeList : public vesk::base::CBase {
   const CXMLAttribute& GetAt(unsigned int index) const;
 
  private:
+  // The XML reader hands the slots of a token it remakes to the next one.
+  friend class internal::CXMLTextTokenizer;
+  /// Lets go of every record and of the own slots, and takes the slots of
+  /// from (whose records are let go), leaving from empty without slots.
+  void TakeSlots(CXMLAttributeList& from);
+  /// Slots the list holds.
+  unsigned int GetSlotCount() const { return m_capacity; }
+
   /// Index of the first match, -1 when none; throws the argument messages.
   int IndexOf(const unsigned short* qualifiedName) const;
   int IndexOf(const unsigned short* namespaceURI, const unsigned short* localName) const;

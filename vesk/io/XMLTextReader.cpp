@@ -94,7 +94,7 @@ bool CXMLTextReader::ReadToken() {
     return true;
   }
   try {
-    m_currentToken = m_tokenizer->NextToken();
+    m_tokenizer->NextToken(m_currentToken);
   } catch (const CMemoryException&) {
     throw;
   } catch (const CException& e) {

@@ -57,6 +57,9 @@ const unsigned int kMaxDepth = 4096;
 // Strings kept for the next token are at most this long, so a huge value is
 // not held after its token is gone.
 const unsigned int kMaxKeptText = 1024;
+// A start token's attribute slots go to the next start token only up to
+// this many.
+const unsigned int kMaxKeptAttributeSlots = 64;
 
 // Empties a slot whose string is longer than the ones kept for later tokens.
 inline void ForgetIfLong(CUnicodeString& slot) {
@@ -158,13 +161,24 @@ void CXMLTextTokenizer::Destroy() {
   m_textBuffer = nullptr;
 }
 
-CRef<IXMLToken> CXMLTextTokenizer::NextToken() {
-  while (m_queue.IsEmpty()) {
+void CXMLTextTokenizer::NextToken(CRef<IXMLToken>& token) {
+  for (;;) {
+    if (!m_front.IsNull()) {
+      token = m_front;
+      m_front = vesk::null;
+      return;
+    }
+    if (!m_queue.IsEmpty()) {
+      token = m_queue.Dequeue();
+      return;
+    }
     if (m_failed) VESK_THROW(kSource, CXMLException, kScanError, m_failure);
-    if (m_ended) return CRef<IXMLToken>();
+    if (m_ended) {
+      token = vesk::null;
+      return;
+    }
     Step();
   }
-  return m_queue.Dequeue();
 }
 
 void CXMLTextTokenizer::Step() {
@@ -182,11 +196,11 @@ void CXMLTextTokenizer::Step() {
     m_failure = e.GetMessage();
   } catch (const vesk::base::CException& e) {
     m_failed = true;
-    m_queue.RemoveAll();
+    DropTokens();
     throw;
   }
   m_failed = true;
-  m_queue.RemoveAll();
+  DropTokens();
   m_textLength = 0;
 }
 
@@ -196,9 +210,20 @@ void CXMLTextTokenizer::Fail(const char* message) {
   VESK_THROW(kSource, CXMLException, kScanError, message);
 }
 
-void CXMLTextTokenizer::Enqueue(IXMLToken* token) {
-  CRef<IXMLToken> ref(token);
-  m_queue.Enqueue(ref);
+void CXMLTextTokenizer::Enqueue(IXMLToken* token) { Push(CRef<IXMLToken>(token)); }
+
+// The front slot holds a token only while the queue is empty, so it is
+// always the oldest.
+void CXMLTextTokenizer::Push(const CRef<IXMLToken>& token) {
+  if (m_front.IsNull() && m_queue.IsEmpty())
+    m_front = token;
+  else
+    m_queue.Enqueue(token);
+}
+
+void CXMLTextTokenizer::DropTokens() {
+  m_front = vesk::null;
+  m_queue.RemoveAll();
 }
 
 // Start, text and end tokens come in the same rhythm for every element, and
@@ -260,7 +285,7 @@ void CXMLTextTokenizer::FlushText() {
   m_textLength = 0;
   Remake(m_spareText, [&] { m_text.Set(m_textBuffer, length); }, m_text);
   ForgetIfLong(m_text);
-  m_queue.Enqueue(m_spareText);
+  Push(m_spareText);
 }
 
 // Names come back element after element: the last string made for each
@@ -367,8 +392,15 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
   // The token is filled here, before anyone sees it: its attributes go
   // straight into its own list instead of being copied from another. Names
   // come from the kept slots, so only new values make new strings.
+  // A start token that is made again hands its attribute slots on (a few
+  // dozen at most: a huge list does not outlive its token).
+  if (m_spareStart.GetRefCount() == 1) {
+    CXMLAttributeList& old = const_cast<CXMLAttributeList&>(m_spareStart->GetAttributes());
+    if (old.GetSlotCount() <= kMaxKeptAttributeSlots) m_attributeSlots.TakeSlots(old);
+  }
   CXMLStartElementToken* start = Reuse(m_spareStart, names[0], names[1], names[2], CXMLAttributeList());
   CXMLAttributeList& attributes = const_cast<CXMLAttributeList&>(start->GetAttributes());
+  if (m_attributeSlots.GetSlotCount() != 0) attributes.TakeSlots(m_attributeSlots);
   for (XMLSize_t i = 0; i < attrCount; ++i) {
     const xercesc::XMLAttr* attribute = attrList.elementAt(i);
     if (i < kAttributeSlots) {
@@ -384,11 +416,11 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
                      CUnicodeString(Units(attribute->getValue())));
     }
   }
-  m_queue.Enqueue(m_spareStart);
+  Push(m_spareStart);
   // An empty-element tag gets no end callback: its end token follows now.
   if (isEmpty) {
     Reuse(m_spareEnd, names[0], names[1], names[2]);
-    m_queue.Enqueue(m_spareEnd);
+    Push(m_spareEnd);
     ForgetNames(names);
   }
   if (!isEmpty) ++m_depth;
@@ -410,7 +442,7 @@ void CXMLTextTokenizer::endElement(const xercesc::XMLElementDecl& elemDecl, cons
     else
       Reuse(m_spareEnd, qualifiedName, CUnicodeString(), CUnicodeString());
   }
-  m_queue.Enqueue(m_spareEnd);
+  Push(m_spareEnd);
   if (m_depth > 0) --m_depth;
 }
 

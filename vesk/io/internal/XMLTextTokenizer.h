@@ -53,8 +53,9 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   CXMLTextTokenizer(CInputStream* stream, const vesk::base::CRef<CInputStream>& owner);
   ~CXMLTextTokenizer() override;
 
-  /// The next token, or null at the end of the document.
-  vesk::base::CRef<IXMLToken> NextToken();
+  /// Sets token to the next token, or empties it at the end of the
+  /// document; on a failure token is left as it was.
+  void NextToken(vesk::base::CRef<IXMLToken>& token);
 
   // XMLDocumentHandler
   void docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool cdataSection) override;
@@ -93,6 +94,8 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   void Step();
   void Fail(const char* message);
   void Enqueue(IXMLToken* token);
+  void Push(const vesk::base::CRef<IXMLToken>& token);
+  void DropTokens();
   void AppendText(const unsigned short* chars, unsigned int count);
   void FlushText();
   vesk::base::CUnicodeString Name(const XMLCh* text);
@@ -110,6 +113,9 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   xercesc::XMLValidator* m_validator;
   xercesc::XMLScanner* m_scanner;
   xercesc::XMLPScanToken m_scanToken;
+  // The oldest token not yet taken, while the queue is empty: most steps
+  // make a single token, which then goes to the reader without the queue.
+  vesk::base::CRef<IXMLToken> m_front;
   vesk::util::CQueue<vesk::base::CRef<IXMLToken> > m_queue;
   unsigned int m_depth;
   // Character data arrives in pieces (split at every entity reference);
@@ -136,6 +142,9 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   // The last token of each kind an element makes, made again in place for
   // the next one when nobody else holds it any more.
   vesk::base::CRef<CXMLStartElementToken> m_spareStart;
+  // The attribute slots of the start token being remade, on their way to
+  // the new one.
+  CXMLAttributeList m_attributeSlots;
   vesk::base::CRef<CXMLEndElementToken> m_spareEnd;
   vesk::base::CRef<CXMLTextToken> m_spareText;
   bool m_ended;
