@@ -8,6 +8,7 @@
 #include "vesk/base/String.h"
 #include "vesk/base/UnicodeStringBuffer.h"
 #include "vesk/base/internal/StringBody.h"
+#include "vesk/base/internal/UnicodeStringAccess.h"
 #include "vesk/platform/Format16.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Text.h"
@@ -426,6 +427,14 @@ CUnicodeString& CUnicodeString::operator+=(const unsigned short* text) {
 void CUnicodeString::Set(const unsigned short* text, unsigned int count) {
   if (text && count > kMaximumUnits) count = platform::Utf16LengthBounded(text, count);
   AllocCopy(text, static_cast<int>(count));
+}
+
+void internal::CUnicodeStringAccess::SetUnits(CUnicodeString& s, const unsigned short* text, unsigned int count) {
+  if (!text || count == 0) {
+    s.Empty();
+    return;
+  }
+  Body::CopyUnits(s.m_pszData, 0, text, count, count);
 }
 
 // --- access ------------------------------------------------------------------

@@ -10,6 +10,10 @@
 namespace vesk {
 namespace base {
 
+namespace internal {
+struct CUnicodeStringAccess;
+}
+
 class CString;
 
 /// The header that precedes the units of every CUnicodeString buffer, in
@@ -272,6 +276,8 @@ class VESK_API CUnicodeString {
   void FormatV(const unsigned short* format, va_list args);
 
  private:
+  friend struct internal::CUnicodeStringAccess;
+
   CUnicodeStringData* GetData() const {
     return m_pszData ? reinterpret_cast<CUnicodeStringData*>(m_pszData) - 1 : nullptr;
   }

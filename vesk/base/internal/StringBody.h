@@ -171,6 +171,13 @@ class CStringBody {
     // The length is that of the copy up to its first zero unit; units after
     // one among the requested ones are never read.
     std::size_t copied = count < 0 ? requested : Traits::BoundedLength(source, requested);
+    CopyUnits(text, minCapacity, source, requested, copied);
+  }
+
+  /// As AllocCopy, for a source whose first copied units hold no zero unit
+  /// (the buffer has room for requested units).
+  static void CopyUnits(Ch*& text, unsigned int minCapacity, const Ch* source, std::size_t requested,
+                        std::size_t copied) {
     std::size_t need = requested + 1;
     if (need < minCapacity) need = minCapacity;
     CheckUnits(need);

@@ -16,6 +16,7 @@
 #include <xercesc/validators/common/GrammarResolver.hpp>
 
 #include "vesk/base/MemoryException.h"
+#include "vesk/base/internal/UnicodeStringAccess.h"
 #include "vesk/io/XMLAttributeList.h"
 #include "vesk/io/XMLCDATAToken.h"
 #include "vesk/io/XMLCommentToken.h"
@@ -26,6 +27,7 @@
 #include "vesk/io/XMLTextToken.h"
 #include "vesk/platform/Memory.h"
 #include "vesk/platform/Throw.h"
+#include "vesk/platform/Utf16.h"
 #include "vesk/platform/Xerces.h"
 
 namespace vesk {
@@ -36,6 +38,7 @@ using vesk::base::CMemoryException;
 using vesk::base::CRef;
 using vesk::base::CString;
 using vesk::base::CUnicodeString;
+using vesk::base::internal::CUnicodeStringAccess;
 
 namespace {
 
@@ -104,6 +107,7 @@ CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream, const CRef<CInputStre
       m_textBuffer(nullptr),
       m_textLength(0),
       m_textCapacity(0),
+      m_elementDecls(),
       m_uriIds(),
       m_ended(false),
       m_failed(false) {
@@ -283,7 +287,9 @@ void CXMLTextTokenizer::FlushText() {
   if (m_textLength == 0) return;
   unsigned int length = m_textLength;
   m_textLength = 0;
-  Remake(m_spareText, [&] { m_text.Set(m_textBuffer, length); }, m_text);
+  // The scanner never passes a zero unit in character data (the document
+  // cannot hold one), so the run is copied as it is.
+  Remake(m_spareText, [&] { CUnicodeStringAccess::SetUnits(m_text, m_textBuffer, length); }, m_text);
   ForgetIfLong(m_text);
   Push(m_spareText);
 }
@@ -310,7 +316,8 @@ const CUnicodeString& CXMLTextTokenizer::Refill(CUnicodeString& slot, const XMLC
   const unsigned short* held = slot;  // "" when empty; strings hold no zero unit
   unsigned int i = 0;
   while (units[i] == held[i] && units[i]) ++i;
-  if (units[i] != held[i]) slot = units;
+  if (units[i] != held[i])
+    CUnicodeStringAccess::SetUnits(slot, units, i + platform::Utf16Length(units + i));
   return slot;
 }
 
@@ -381,9 +388,22 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
     else
       slot = Name(text);
   };
-  setName(names[0], elemDecl.getFullName());
+  // The scanner keeps one declaration per element name for the whole
+  // document, so the same declaration at a depth means the same names.
+  const XMLCh* fullName = elemDecl.getFullName();
+  const XMLCh* baseName = elemDecl.getBaseName();
+  const bool same = kept && m_elementDecls[m_depth] == &elemDecl && !names[0].IsEmpty();
+  if (!same) {
+    setName(names[0], fullName);
+    if (kept) m_elementDecls[m_depth] = &elemDecl;
+  }
   if (uriId != 0) {
-    setName(names[1], elemDecl.getBaseName());
+    // An unprefixed name is its own local part (the scanner hands out one
+    // buffer for both).
+    if (baseName == fullName)
+      names[1] = names[0];
+    else if (!same || names[1].IsEmpty())
+      setName(names[1], baseName);
     names[2] = UriText(uriId);
   } else {
     names[1] = CUnicodeString();
@@ -405,8 +425,14 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
     const xercesc::XMLAttr* attribute = attrList.elementAt(i);
     if (i < kAttributeSlots) {
       CUnicodeString* attributeNames = m_attributeNames[i];
-      attributes.Add(Refill(attributeNames[0], attribute->getQName()),
-                     Refill(attributeNames[1], attribute->getName()), UriText(attribute->getURIId()),
+      const XMLCh* qualifiedName = attribute->getQName();
+      const XMLCh* localName = attribute->getName();
+      Refill(attributeNames[0], qualifiedName);
+      if (localName == qualifiedName)
+        attributeNames[1] = attributeNames[0];
+      else
+        Refill(attributeNames[1], localName);
+      attributes.Add(attributeNames[0], attributeNames[1], UriText(attribute->getURIId()),
                      Refill(m_values[i], attribute->getValue()));
       // A huge name or value is not kept for the next element.
       ForgetNames(attributeNames);

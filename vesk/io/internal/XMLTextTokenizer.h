@@ -23,6 +23,7 @@
 
 XERCES_CPP_NAMESPACE_BEGIN
 class GrammarResolver;
+class XMLElementDecl;
 class XMLScanner;
 class XMLValidator;
 XERCES_CPP_NAMESPACE_END
@@ -136,6 +137,8 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   vesk::base::CUnicodeString m_text;
   static const unsigned int kNameDepths = 64;
   vesk::base::CUnicodeString m_elementNames[kNameDepths][3];
+  // The scanner's declaration of the element whose names each depth holds.
+  const xercesc::XMLElementDecl* m_elementDecls[kNameDepths];
   static const unsigned int kUriSlots = 8;
   vesk::base::CUnicodeString m_uris[kUriSlots];
   unsigned int m_uriIds[kUriSlots];
