@@ -344,6 +344,12 @@ const CUnicodeString& CXMLTextTokenizer::UriText(unsigned int uriId) {
 void CXMLTextTokenizer::docCharacters(const XMLCh* const chars, const XMLSize_t length, const bool cdataSection) {
   // Character data outside the root element makes no token.
   if (m_depth == 0) return;
+  // Most pieces fit the room the run has left.
+  if (!cdataSection && m_textBuffer && length <= m_textCapacity - m_textLength) {
+    std::memcpy(m_textBuffer + m_textLength, chars, length * sizeof(unsigned short));
+    m_textLength += static_cast<unsigned int>(length);
+    return;
+  }
   unsigned int count = length > 0xFFFFFFFEu ? 0xFFFFFFFEu : static_cast<unsigned int>(length);
   if (cdataSection) {
     FlushText();
