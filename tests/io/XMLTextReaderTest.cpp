@@ -258,4 +258,13 @@ TEST(XMLTextReaderTest, LargeTokensAndDeepNesting) {
   }
 }
 
+TEST(XMLTextReaderTest, RepeatedNamesTakeTheirOwnNamespaces) {
+  // One element name at one depth bound to two namespaces in turn, then
+  // unbound; attribute lists shrinking from one start tag to the next.
+  EXPECT_EQ(Dump("<r><p:x xmlns:p='u1' a='1' p:c='3'/><p:x xmlns:p='u2' p:c='4'>t</p:x><x a='5'/><x/></r>"),
+            "<r> <p:x{u1}x xmlns:p{http://www.w3.org/2000/xmlns/}p=u1 a=1 p:c{u1}c=3> </p:x{u1}x> "
+            "<p:x{u2}x xmlns:p{http://www.w3.org/2000/xmlns/}p=u2 p:c{u2}c=4> 't' </p:x{u2}x> <x a=5> </x> "
+            "<x> </x> </r>");
+}
+
 }  // namespace
