@@ -214,16 +214,17 @@ void CXMLTextTokenizer::Fail(const char* message) {
   VESK_THROW(kSource, CXMLException, kScanError, message);
 }
 
-void CXMLTextTokenizer::Enqueue(IXMLToken* token) { Push(CRef<IXMLToken>(token)); }
-
 // The front slot holds a token only while the queue is empty, so it is
 // always the oldest.
-void CXMLTextTokenizer::Push(const CRef<IXMLToken>& token) {
+template <class T>
+void CXMLTextTokenizer::Push(const CRef<T>& token) {
   if (m_front.IsNull() && m_queue.IsEmpty())
     m_front = token;
   else
-    m_queue.Enqueue(token);
+    m_queue.Enqueue(CRef<IXMLToken>(token));
 }
+
+void CXMLTextTokenizer::Enqueue(IXMLToken* token) { Push(CRef<IXMLToken>(token)); }
 
 void CXMLTextTokenizer::DropTokens() {
   m_front = vesk::null;

@@ -95,7 +95,8 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   void Step();
   void Fail(const char* message);
   void Enqueue(IXMLToken* token);
-  void Push(const vesk::base::CRef<IXMLToken>& token);
+  template <class T>
+  void Push(const vesk::base::CRef<T>& token);
   void DropTokens();
   void AppendText(const unsigned short* chars, unsigned int count);
   void FlushText();
