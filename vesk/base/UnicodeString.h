@@ -276,6 +276,7 @@ class VESK_API CUnicodeString {
   void FormatV(const unsigned short* format, va_list args);
 
  private:
+  /// The library's own code copies text of known length through it.
   friend struct internal::CUnicodeStringAccess;
 
   CUnicodeStringData* GetData() const {
