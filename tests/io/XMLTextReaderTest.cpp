@@ -265,6 +265,13 @@ TEST(XMLTextReaderTest, RepeatedNamesTakeTheirOwnNamespaces) {
             "<r> <p:x{u1}x xmlns:p{http://www.w3.org/2000/xmlns/}p=u1 a=1 p:c{u1}c=3> </p:x{u1}x> "
             "<p:x{u2}x xmlns:p{http://www.w3.org/2000/xmlns/}p=u2 p:c{u2}c=4> 't' </p:x{u2}x> <x a=5> </x> "
             "<x> </x> </r>");
+  // A list grown beyond the slots a start token keeps, then a short one.
+  std::string doc = "<r><x", tokens = "<r> <x";
+  for (int i = 0; i < 70; ++i) {
+    doc += " a" + std::to_string(i) + "='" + std::to_string(i) + "'";
+    tokens += " a" + std::to_string(i) + "=" + std::to_string(i);
+  }
+  EXPECT_EQ(Dump(doc + "/><y b='1'/></r>"), tokens + "> </x> <y b=1> </y> </r>");
 }
 
 }  // namespace

@@ -56,17 +56,6 @@ void CXMLAttributeList::Clear() {
   m_count = 0;
 }
 
-void CXMLAttributeList::TakeSlots(CXMLAttributeList& from) {
-  if (this == &from) return;
-  Clear();
-  util::internal::FreeSlots(m_attributes, m_capacity);
-  from.Clear();
-  m_attributes = from.m_attributes;
-  m_capacity = from.m_capacity;
-  from.m_attributes = nullptr;
-  from.m_capacity = 0;
-}
-
 void CXMLAttributeList::Add(const unsigned short* qualifiedName, const unsigned short* localName,
                             const unsigned short* namespaceURI, const unsigned short* value) {
   if (IsEmptyText(qualifiedName)) return;

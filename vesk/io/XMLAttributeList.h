@@ -69,11 +69,8 @@ class VESK_API CXMLAttributeList : public vesk::base::CBase {
   const CXMLAttribute& GetAt(unsigned int index) const;
 
  private:
-  /// The XML reader hands the slots of a token it remakes to the next one.
+  /// The XML reader empties the list of a token it fills again.
   friend class internal::CXMLTextTokenizer;
-  /// Lets go of every record and of the own slots, and takes the slots of
-  /// from (whose records are let go), leaving from empty without slots.
-  void TakeSlots(CXMLAttributeList& from);
   /// Slots the list holds.
   unsigned int GetSlotCount() const { return m_capacity; }
 

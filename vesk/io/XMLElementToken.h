@@ -9,6 +9,10 @@
 namespace vesk {
 namespace io {
 
+namespace internal {
+class CXMLTextTokenizer;
+}
+
 /// The element names shared by the start and end element tokens: qualified
 /// name, local name and namespace URI. A token made from the raw name alone
 /// keeps only its qualified name (the name is deliberately not split), so
@@ -38,6 +42,9 @@ class VESK_API CXMLElementToken : public CXMLToken, public virtual IXMLElementTo
   const vesk::base::CUnicodeString& GetNamespaceURI() const override { return m_namespaceURI; }
 
  private:
+  /// The XML reader fills a token again that nobody else holds any more.
+  friend class internal::CXMLTextTokenizer;
+
   vesk::base::CUnicodeString m_qualifiedName;
   vesk::base::CUnicodeString m_localName;
   vesk::base::CUnicodeString m_namespaceURI;

@@ -9,6 +9,10 @@
 namespace vesk {
 namespace io {
 
+namespace internal {
+class CXMLTextTokenizer;
+}
+
 /// Character data (kind XMLText), entities expanded.
 class VESK_API CXMLTextToken : public CXMLToken, public virtual IXMLTextToken {
   VESK_DECLARE_CLASS(CXMLTextToken);
@@ -23,6 +27,9 @@ class VESK_API CXMLTextToken : public CXMLToken, public virtual IXMLTextToken {
   const vesk::base::CUnicodeString& GetText() const override { return m_text; }
 
  private:
+  /// The XML reader fills a token again that nobody else holds any more.
+  friend class internal::CXMLTextTokenizer;
+
   vesk::base::CUnicodeString m_text;
 };
 

@@ -80,22 +80,6 @@ CInputStream* WithXerces(CInputStream* stream) {
   return stream;
 }
 
-// A token that holds nothing, made in place of one whose constructor failed.
-template <class T>
-T EmptyToken();
-template <>
-CXMLStartElementToken EmptyToken() {
-  return CXMLStartElementToken(CUnicodeString(), CXMLAttributeList());
-}
-template <>
-CXMLEndElementToken EmptyToken() {
-  return CXMLEndElementToken(CUnicodeString());
-}
-template <>
-CXMLTextToken EmptyToken() {
-  return CXMLTextToken(CUnicodeString());
-}
-
 }  // namespace
 
 CXMLTextTokenizer::CXMLTextTokenizer(CInputStream* stream, const CRef<CInputStream>& owner)
@@ -233,36 +217,24 @@ void CXMLTextTokenizer::DropTokens() {
 
 // Start, text and end tokens come in the same rhythm for every element, and
 // a reader usually drops each before the next of its kind is made. A spare
-// that only the tokenizer still holds is therefore destroyed and made again
-// in the same place, keeping its memory and its counter record; one a client
-// still holds is left alone (tokens never change once handed out) and a new
-// one becomes the spare. The constructors only share strings, which cannot
-// fail; should one fail all the same, an empty token takes its place before
-// the failure goes on, so the handle never holds a destroyed object. prepare
-// runs between the old token's end and the new one's making (the old token's
-// strings are released by then, so it can refill them in place).
-template <class T, class Prepare, class... Args>
-T* CXMLTextTokenizer::Remake(CRef<T>& spare, Prepare prepare, const Args&... args) {
-  T* token = spare.Get();
-  if (!token || spare.GetRefCount() != 1) {
-    prepare();
-    spare = new T(args...);
-    return spare.Get();
-  }
-  token->~T();
-  try {
-    prepare();
-    ::new (static_cast<void*>(token)) T(args...);
-  } catch (...) {
-    ::new (static_cast<void*>(token)) T(EmptyToken<T>());
-    throw;
-  }
-  return token;
+// that only the tokenizer still holds is therefore filled again with the
+// next token's strings (its kind and its memory stay); one a client still
+// holds is left alone (tokens never change once handed out) and a new one
+// becomes the spare. Filling only shares strings, which cannot fail.
+void CXMLTextTokenizer::SetNames(CXMLElementToken& token, const CUnicodeString& qualifiedName,
+                                 const CUnicodeString& localName, const CUnicodeString& namespaceURI) {
+  token.m_qualifiedName = qualifiedName;
+  token.m_localName = localName;
+  token.m_namespaceURI = namespaceURI;
 }
 
-template <class T, class... Args>
-T* CXMLTextTokenizer::Reuse(CRef<T>& spare, const Args&... args) {
-  return Remake(spare, [] {}, args...);
+void CXMLTextTokenizer::PushEnd(const CUnicodeString& qualifiedName, const CUnicodeString& localName,
+                                const CUnicodeString& namespaceURI) {
+  if (m_spareEnd.GetRefCount() == 1)
+    SetNames(*m_spareEnd.Get(), qualifiedName, localName, namespaceURI);
+  else
+    m_spareEnd = new CXMLEndElementToken(qualifiedName, localName, namespaceURI);
+  Push(m_spareEnd);
 }
 
 // The pieces of a run collect in one buffer, kept from run to run and grown
@@ -289,8 +261,17 @@ void CXMLTextTokenizer::FlushText() {
   unsigned int length = m_textLength;
   m_textLength = 0;
   // The scanner never passes a zero unit in character data (the document
-  // cannot hold one), so the run is copied as it is.
-  Remake(m_spareText, [&] { CUnicodeStringAccess::SetUnits(m_text, m_textBuffer, length); }, m_text);
+  // cannot hold one), so the run is copied as it is: into the kept string's
+  // own buffer once the spare token has let it go.
+  CXMLTextToken* text = m_spareText.Get();
+  if (m_spareText.GetRefCount() == 1) {
+    text->m_text.Empty();
+    CUnicodeStringAccess::SetUnits(m_text, m_textBuffer, length);
+    text->m_text = m_text;
+  } else {
+    CUnicodeStringAccess::SetUnits(m_text, m_textBuffer, length);
+    m_spareText = new CXMLTextToken(m_text);
+  }
   ForgetIfLong(m_text);
   Push(m_spareText);
 }
@@ -419,15 +400,18 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
   // The token is filled here, before anyone sees it: its attributes go
   // straight into its own list instead of being copied from another. Names
   // come from the kept slots, so only new values make new strings.
-  // A start token that is made again hands its attribute slots on (a few
-  // dozen at most: a huge list does not outlive its token).
-  if (m_spareStart.GetRefCount() == 1) {
-    CXMLAttributeList& old = const_cast<CXMLAttributeList&>(m_spareStart->GetAttributes());
-    if (old.GetSlotCount() <= kMaxKeptAttributeSlots) m_attributeSlots.TakeSlots(old);
+  // A spare start token is filled again unless its list has grown beyond a
+  // few dozen slots (a huge list does not outlive its token); emptying the
+  // list releases the old values before they are refilled below.
+  CXMLStartElementToken* start = m_spareStart.Get();
+  if (m_spareStart.GetRefCount() == 1 && start->GetAttributes().GetSlotCount() <= kMaxKeptAttributeSlots) {
+    const_cast<CXMLAttributeList&>(start->GetAttributes()).Clear();
+    SetNames(*start, names[0], names[1], names[2]);
+  } else {
+    m_spareStart = new CXMLStartElementToken(names[0], names[1], names[2], CXMLAttributeList());
+    start = m_spareStart.Get();
   }
-  CXMLStartElementToken* start = Reuse(m_spareStart, names[0], names[1], names[2], CXMLAttributeList());
   CXMLAttributeList& attributes = const_cast<CXMLAttributeList&>(start->GetAttributes());
-  if (m_attributeSlots.GetSlotCount() != 0) attributes.TakeSlots(m_attributeSlots);
   for (XMLSize_t i = 0; i < attrCount; ++i) {
     const xercesc::XMLAttr* attribute = attrList.elementAt(i);
     if (i < kAttributeSlots) {
@@ -452,8 +436,7 @@ void CXMLTextTokenizer::startElement(const xercesc::XMLElementDecl& elemDecl, co
   Push(m_spareStart);
   // An empty-element tag gets no end callback: its end token follows now.
   if (isEmpty) {
-    Reuse(m_spareEnd, names[0], names[1], names[2]);
-    Push(m_spareEnd);
+    PushEnd(names[0], names[1], names[2]);
     ForgetNames(names);
   }
   if (!isEmpty) ++m_depth;
@@ -466,16 +449,15 @@ void CXMLTextTokenizer::endElement(const xercesc::XMLElementDecl& elemDecl, cons
   // the names kept for that depth are this element's.
   if (m_depth > 0 && m_depth <= kNameDepths) {
     CUnicodeString* names = m_elementNames[m_depth - 1];
-    Reuse(m_spareEnd, names[0], names[1], names[2]);
+    PushEnd(names[0], names[1], names[2]);
     ForgetNames(names);
   } else {
     CUnicodeString qualifiedName = Name(elemDecl.getFullName());
     if (uriId != 0)
-      Reuse(m_spareEnd, qualifiedName, Name(elemDecl.getBaseName()), UriText(uriId));
+      PushEnd(qualifiedName, Name(elemDecl.getBaseName()), UriText(uriId));
     else
-      Reuse(m_spareEnd, qualifiedName, CUnicodeString(), CUnicodeString());
+      PushEnd(qualifiedName, CUnicodeString(), CUnicodeString());
   }
-  Push(m_spareEnd);
   if (m_depth > 0) --m_depth;
 }
 

@@ -104,10 +104,10 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   const vesk::base::CUnicodeString& UriText(unsigned int uriId);
   void ForgetNames(vesk::base::CUnicodeString* names);
   const vesk::base::CUnicodeString& Refill(vesk::base::CUnicodeString& slot, const XMLCh* text);
-  template <class T, class Prepare, class... Args>
-  T* Remake(vesk::base::CRef<T>& spare, Prepare prepare, const Args&... args);
-  template <class T, class... Args>
-  T* Reuse(vesk::base::CRef<T>& spare, const Args&... args);
+  static void SetNames(CXMLElementToken& token, const vesk::base::CUnicodeString& qualifiedName,
+                       const vesk::base::CUnicodeString& localName, const vesk::base::CUnicodeString& namespaceURI);
+  void PushEnd(const vesk::base::CUnicodeString& qualifiedName, const vesk::base::CUnicodeString& localName,
+               const vesk::base::CUnicodeString& namespaceURI);
   void Destroy();
 
   CInputStreamInputSource m_source;
@@ -143,12 +143,9 @@ class CXMLTextTokenizer : public vesk::base::CBase,
   static const unsigned int kUriSlots = 8;
   vesk::base::CUnicodeString m_uris[kUriSlots];
   unsigned int m_uriIds[kUriSlots];
-  // The last token of each kind an element makes, made again in place for
-  // the next one when nobody else holds it any more.
+  // The last token of each kind an element makes, filled again for the
+  // next one when nobody else holds it any more.
   vesk::base::CRef<CXMLStartElementToken> m_spareStart;
-  // The attribute slots of the start token being remade, on their way to
-  // the new one.
-  CXMLAttributeList m_attributeSlots;
   vesk::base::CRef<CXMLEndElementToken> m_spareEnd;
   vesk::base::CRef<CXMLTextToken> m_spareText;
   bool m_ended;
