@@ -241,13 +241,7 @@ TEST(XMLTextWriterTest, RuleViolationsThrowTheirMessages) {
     // The failing call leaves the start tag open and the line unprinted.
     EXPECT_EQ(Written([&](CXMLTextWriter& w) {
                 w.WriteStartElement(W(u"r"));
-                try {
-                  v.op(w);
-                  ADD_FAILURE() << "no exception, expected " << v.message;
-                } catch (const CXMLException& e) {
-                  EXPECT_STREQ(e.GetErrorDescription(), v.message);
-                  EXPECT_STREQ(e.GetSourceFile(), "vesk/io/XMLTextWriter");
-                }
+                ExpectThrow<CXMLException>([&] { v.op(w); }, v.message, "vesk/io/XMLTextWriter");
               }).substr(0, 2),
               "<r")
         << v.message;

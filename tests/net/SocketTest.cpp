@@ -13,7 +13,6 @@
 #include "vesk/io/InterruptedIOException.h"
 #include "vesk/net/TCPIPSocketImplFactory.h"
 #include "vesk/net/UnknownHostException.h"
-#include "vesk/net/internal/WinSocketException.h"
 
 using namespace vesk::net;
 using vesk::base::CIllegalArgumentException;
@@ -29,30 +28,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-const char kImpl[] = "vesk/net/WinSocketImpl";
+using vesk_test::ExpectSocketError;
+using vesk_test::kImpl;
 const unsigned int kClosed = 10038;  // WSAENOTSOCK
-
-/// Expects op to throw CWinSocketException with that description and code.
-template <class F>
-void ExpectSocketError(F op, const char* description, unsigned int code) {
-  try {
-    op();
-    ADD_FAILURE() << "no exception, expected \"" << description << "\"";
-  } catch (const CWinSocketException& e) {
-    EXPECT_STREQ(e.GetErrorDescription(), description);
-    EXPECT_STREQ(e.GetSourceFile(), kImpl);
-    EXPECT_EQ(e.GetErrorCode(), code);
-#if defined(_WIN32)
-    // The system's own text for the code (Wine's table lacks some codes).
-    char text[256] = "";
-    FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0, text, sizeof text,
-                   nullptr);
-    EXPECT_STREQ(e.GetMessage() ? e.GetMessage() : "", text);
-#else
-    EXPECT_NE(e.GetMessage(), nullptr) << "the host's text for the code";
-#endif
-  }
-}
 
 /// A client and the server's end of it.
 struct Pair {

@@ -14,11 +14,12 @@
 
 #include <gtest/gtest.h>
 
+#include "../TestSupport.h"
 #include "vesk/io/InputStream.h"
 #include "vesk/io/OutputStream.h"
 #include "vesk/net/ServerSocket.h"
 #include "vesk/net/Socket.h"
-#include "../TestSupport.h"
+#include "vesk/net/internal/WinSocketException.h"
 
 namespace vesk_test {
 
@@ -59,6 +60,30 @@ inline int OpenHandles() {
 
 inline void WriteAll(vesk::io::COutputStream* out, const std::string& data) {
   out->Write(data.data(), 0, static_cast<unsigned int>(data.size()));
+}
+
+const char kImpl[] = "vesk/net/WinSocketImpl";
+
+/// Expects op to throw CWinSocketException with that description and code.
+template <class F>
+inline void ExpectSocketError(F op, const char* description, unsigned int code) {
+  try {
+    op();
+    ADD_FAILURE() << "no exception, expected \"" << description << "\"";
+  } catch (const vesk::net::CWinSocketException& e) {
+    EXPECT_STREQ(e.GetErrorDescription(), description);
+    EXPECT_STREQ(e.GetSourceFile(), kImpl);
+    EXPECT_EQ(e.GetErrorCode(), code);
+#if defined(_WIN32)
+    // The system's own text for the code (Wine's table lacks some codes).
+    char text[256] = "";
+    FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0,
+                   text, sizeof text, nullptr);
+    EXPECT_STREQ(e.GetMessage() ? e.GetMessage() : "", text);
+#else
+    EXPECT_NE(e.GetMessage(), nullptr) << "the host's text for the code";
+#endif
+  }
 }
 
 }  // namespace vesk_test
