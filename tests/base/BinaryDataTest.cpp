@@ -22,7 +22,6 @@
 
 using vesk::base::CBinaryData;
 using vesk::base::CBool;
-using vesk::base::CException;
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CMemoryException;
 using vesk::base::CNumberFormatException;

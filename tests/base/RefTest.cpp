@@ -7,7 +7,6 @@
 #include "vesk/base/MemoryException.h"
 #include "vesk/base/NullReferenceException.h"
 #include "vesk/base/Ref.h"
-#include "vesk/base/TimeoutException.h"
 #include "vesk/platform/Memory.h"
 
 using namespace vesk::base;

@@ -12,6 +12,7 @@ using vesk::base::CMemoryException;
 using vesk::base::CString;
 using vesk::base::CStringH;
 namespace platform = vesk::platform;
+using vesk::testing::ExpectThrow;
 using vesk::testing::FaultGuard;
 
 namespace {
@@ -71,12 +72,7 @@ TEST(StringH, HandleFailuresThrowAndLeakNothing) {
   long live = platform::LiveAllocations();
   for (unsigned long n = 1; n <= 2; ++n) {  // the handle, then its block
     platform::FailAllocationAt(n);
-    try {
-      CStringH h("text");
-      FAIL() << "no exception at " << n;
-    } catch (const CMemoryException& e) {
-      EXPECT_STREQ("vesk/base/StringH", e.GetSourceFile());
-    }
+    ExpectThrow<CMemoryException>([] { CStringH h("text"); }, nullptr, "vesk/base/StringH");
     platform::FailAllocationAt(0);
     EXPECT_EQ(live, platform::LiveAllocations());
   }

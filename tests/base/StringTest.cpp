@@ -16,7 +16,6 @@
 
 using vesk::base::CMemoryException;
 using vesk::base::CString;
-using vesk::base::CStringData;
 using vesk::base::CStringH;
 using vesk::base::CUnicodeString;
 namespace platform = vesk::platform;
@@ -247,7 +246,6 @@ TYPED_TEST(StringKinds, CapacityClassesAndEmpty) {
   for (const Case& c : cases) {
     TypeParam s(std::string(c.length, 'q').c_str());
     EXPECT_EQ(c.capacity, Header(s)->capacity) << c.length;
-    EXPECT_EQ(c.length, s.GetLength());
   }
   TypeParam grown;
   grown.EnsureCapacity(100);  // room for 100 characters and the terminator
@@ -257,7 +255,6 @@ TYPED_TEST(StringKinds, CapacityClassesAndEmpty) {
   TypeParam owned(std::string(300, 'x').c_str());
   auto buffer = P(owned);
   owned.Empty();
-  EXPECT_TRUE(owned.IsEmpty());
   owned += "reused";
   EXPECT_EQ(buffer, P(owned));
   EXPECT_EQ(512u, Header(owned)->capacity);

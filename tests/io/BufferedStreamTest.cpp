@@ -5,16 +5,12 @@
 
 #include "TestStreams.h"
 #include "vesk/base/UnicodeString.h"
-#include "vesk/base/IllegalArgumentException.h"
 #include "vesk/io/BufferedInputStream.h"
 #include "vesk/io/BufferedOutputStream.h"
 #include "vesk/io/BufferedReader.h"
 #include "vesk/io/BufferedWriter.h"
 #include "vesk/io/IOException.h"
-#include "vesk/io/MemoryInputStream.h"
 
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CRef;
 using vesk::io::CBufferedInputStream;
 using vesk::io::CBufferedOutputStream;
 using vesk::io::CBufferedReader;

@@ -24,7 +24,6 @@ using vesk::io::CWCharToCharUTF8;
 namespace {
 
 using vesk_test::Bytes;
-using vesk_test::ExpectThrow;
 
 typedef std::basic_string<unsigned short> U16String;
 

@@ -18,7 +18,6 @@
 #include "vesk/io/MemoryOutputStream.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CException;
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CMemoryException;
 using vesk::base::CRef;

@@ -10,9 +10,7 @@
 
 using namespace vesk::io;
 using vesk::base::CRef;
-using vesk::base::CUnicodeString;
 using vesk::testing::W;
-using vesk_test::DescribeToken;
 using vesk_test::DumpTokens;
 using vesk_test::ExpectThrow;
 using vesk_test::XMLReaderOn;

@@ -13,7 +13,6 @@
 
 using namespace vesk::io;
 using vesk::base::CRef;
-using vesk::base::CUnicodeString;
 using vesk::testing::W;
 using vesk_test::ExpectThrow;
 using vesk_test::XMLReaderOn;
