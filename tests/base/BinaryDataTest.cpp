@@ -20,13 +20,7 @@
 #include "vesk/base/NumberFormatException.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CBinaryData;
-using vesk::base::CBool;
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CMemoryException;
-using vesk::base::CNumberFormatException;
-using vesk::base::CString;
-using vesk::base::CUnicodeString;
+using namespace vesk::base;
 using vesk::testing::FailEachAllocationInTurn;
 using vesk::testing::Units;
 using vesk_test::U16;

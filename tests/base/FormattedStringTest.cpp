@@ -7,12 +7,8 @@
 #include "vesk/base/FormattedUnicodeString.h"
 #include "vesk/base/IllegalArgumentException.h"
 
-using vesk::base::CFormattedString;
-using vesk::base::CFormattedUnicodeString;
-using vesk::base::CIllegalArgumentException;
-using vesk::testing::ExpectThrow;
-using vesk::testing::Units;
-using vesk::testing::W;
+using namespace vesk::base;
+using namespace vesk::testing;
 
 // The formatting itself, long results included, is the strings' Format.
 TEST(FormattedString, FormatsInOneExpression) {

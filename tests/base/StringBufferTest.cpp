@@ -10,9 +10,7 @@
 #include "vesk/base/StringBuffer.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CMemoryException;
-using vesk::base::CString;
-using vesk::base::CStringBuffer;
+using namespace vesk::base;
 namespace platform = vesk::platform;
 using vesk::testing::ExpectThrow;
 using vesk::testing::FaultGuard;

@@ -8,9 +8,7 @@
 #include "vesk/base/StringH.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CMemoryException;
-using vesk::base::CString;
-using vesk::base::CStringH;
+using namespace vesk::base;
 namespace platform = vesk::platform;
 using vesk::testing::ExpectThrow;
 using vesk::testing::FaultGuard;

@@ -14,16 +14,10 @@
 #include "vesk/base/internal/StringPools.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CMemoryException;
-using vesk::base::CString;
-using vesk::base::CStringH;
-using vesk::base::CUnicodeString;
+using namespace vesk::base;
 namespace platform = vesk::platform;
 namespace internal = vesk::base::internal;
-using vesk::testing::ExpectThrow;
-using vesk::testing::FailEachAllocationInTurn;
-using vesk::testing::FaultGuard;
-using vesk::testing::Header;
+using namespace vesk::testing;
 
 namespace {
 

@@ -10,16 +10,9 @@
 #include "vesk/base/UnicodeStringBuffer.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CMemoryException;
-using vesk::base::CString;
-using vesk::base::CStringBuffer;
-using vesk::base::CUnicodeString;
-using vesk::base::CUnicodeStringBuffer;
+using namespace vesk::base;
 namespace platform = vesk::platform;
-using vesk::testing::ExpectThrow;
-using vesk::testing::FaultGuard;
-using vesk::testing::Units;
-using vesk::testing::W;
+using namespace vesk::testing;
 
 namespace {
 

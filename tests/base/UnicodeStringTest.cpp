@@ -13,19 +13,10 @@
 #include "vesk/base/internal/StringPools.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CMemoryException;
-using vesk::base::CString;
-using vesk::base::CUnicodeString;
-using vesk::base::CUnicodeStringData;
+using namespace vesk::base;
 namespace platform = vesk::platform;
 namespace internal = vesk::base::internal;
-using vesk::testing::ExpectThrow;
-using vesk::testing::FailEachAllocationInTurn;
-using vesk::testing::FaultGuard;
-using vesk::testing::Header;
-using vesk::testing::RandomUtf16;
-using vesk::testing::Units;
-using vesk::testing::W;
+using namespace vesk::testing;
 
 namespace {
 

@@ -16,9 +16,7 @@
 
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CRef;
-using vesk::io::CBase64OutputStream;
-using vesk::io::CMemoryOutputStream;
-using vesk::io::COutputStream;
+using namespace vesk::io;
 using vesk_test::CTestOutputStream;
 
 namespace {

@@ -11,21 +11,10 @@
 #include "vesk/io/BufferedWriter.h"
 #include "vesk/io/IOException.h"
 
-using vesk::io::CBufferedInputStream;
-using vesk::io::CBufferedOutputStream;
-using vesk::io::CBufferedReader;
-using vesk::io::CInputStream;
-using vesk::io::CIOException;
-using vesk::io::COutputStream;
-using vesk::io::CReader;
-using vesk_test::CTestInputStream;
-using vesk_test::CTestOutputStream;
-using vesk_test::CTestReader;
-using vesk_test::U16;
+using namespace vesk::io;
+using namespace vesk_test;
 
 namespace {
-
-using vesk_test::ExpectError;
 
 TEST(BufferedInputStreamTest, SizeZeroMeans512) {
   CTestInputStream source(std::string(2000, 'q'));

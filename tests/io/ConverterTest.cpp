@@ -12,14 +12,8 @@
 #include "vesk/io/WCharToCharUTF8.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CRef;
-using vesk::base::CString;
-using vesk::io::CConcreteWCharToCharConverterFactory;
-using vesk::io::CUnsupportedEncodingException;
-using vesk::io::CWCharToCharConverter;
-using vesk::io::CWCharToCharConverterFactory;
-using vesk::io::CWCharToCharUTF8;
+using namespace vesk::base;
+using namespace vesk::io;
 
 namespace {
 

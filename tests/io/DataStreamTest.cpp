@@ -18,30 +18,13 @@
 #include "vesk/io/MemoryOutputStream.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CMemoryException;
-using vesk::base::CRef;
-using vesk::base::CUnicodeString;
-using vesk::io::CDataInputStream;
-using vesk::io::CDataOutputStream;
-using vesk::io::CInputStream;
-using vesk::io::CIOException;
-using vesk::io::CJavaDataInputStream;
-using vesk::io::CJavaDataOutputStream;
-using vesk::io::CMemoryInputStream;
-using vesk::io::CMemoryOutputStream;
-using vesk::io::COutputStream;
-using vesk::io::ISerializable;
+using namespace vesk::base;
+using namespace vesk::io;
 namespace platform = vesk::platform;
 
 namespace {
 
-using vesk_test::ExpectThrow;
-using vesk_test::FromU16;
-using vesk_test::ToU16;
-
-using vesk_test::CTestInputStream;
-using vesk_test::CTestOutputStream;
+using namespace vesk_test;
 
 /// Answers every Skip with 7, so a test can tell it was asked.
 struct CSkipSource : CTestInputStream {

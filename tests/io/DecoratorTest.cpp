@@ -28,10 +28,7 @@
 
 using vesk::base::CMemoryException;
 using vesk::base::CRef;
-using vesk::io::CInputStream;
-using vesk::io::COutputStream;
-using vesk::io::CReader;
-using vesk::io::CWriter;
+using namespace vesk::io;
 using vesk_test::Tally;
 namespace io = vesk::io;
 namespace platform = vesk::platform;

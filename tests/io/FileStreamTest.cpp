@@ -33,12 +33,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using vesk::io::CFileInputStream;
-using vesk::io::CFileOutputStream;
-using vesk::io::CFileReader;
-using vesk::io::CFileWriter;
-using vesk::io::CIOException;
-using vesk::io::CNativeFileOutputStream;
+using namespace vesk::io;
 using vesk::testing::W;
 using vesk_test::ExpectThrow;
 using vesk_test::U16;

@@ -18,11 +18,7 @@
 #include "vesk/io/MemoryOutputStream.h"
 
 using vesk::base::CUnicodeString;
-using vesk::io::CDataOutputStream;
-using vesk::io::CJavaDataInputStream;
-using vesk::io::CJavaDataOutputStream;
-using vesk::io::CMemoryInputStream;
-using vesk::io::CMemoryOutputStream;
+using namespace vesk::io;
 
 namespace {
 

@@ -13,12 +13,7 @@
 
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CMemoryException;
-using vesk::io::CInputStream;
-using vesk::io::CIOException;
-using vesk::io::CMemoryInputStream;
-using vesk::io::CMemoryOutputStream;
-using vesk::io::COutputStream;
-using vesk::io::CReader;
+using namespace vesk::io;
 namespace platform = vesk::platform;
 
 namespace {

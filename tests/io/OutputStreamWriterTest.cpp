@@ -14,25 +14,13 @@
 #include "vesk/io/UnsupportedEncodingException.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CRef;
-using vesk::base::CUnicodeString;
-using vesk::io::CIOException;
-using vesk::io::CMemoryOutputStream;
-using vesk::io::COutputStream;
-using vesk::io::COutputStreamWriter;
-using vesk_test::CTestOutputStream;
-using vesk_test::Tally;
-using vesk_test::U16;
+using namespace vesk::base;
+using namespace vesk::io;
+using namespace vesk_test;
 
 namespace {
 
-using vesk_test::Bytes;
-using vesk_test::ExpectThrow;
-
 typedef std::basic_string<unsigned short> U16String;
-
-using vesk_test::Contents;
 
 std::string IcuUtf8(const U16String& text) {
   return vesk_test::ReferenceUtf8(text.data(), text.size());

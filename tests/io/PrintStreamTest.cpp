@@ -13,15 +13,8 @@
 #include "vesk/io/XMLException.h"
 #include "vesk/platform/LineEnd.h"
 
-using vesk::base::CException;
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CRef;
-using vesk::base::CString;
-using vesk::io::CCRLFPrintStream;
-using vesk::io::CIOException;
-using vesk::io::CMemoryOutputStream;
-using vesk::io::COutputStream;
-using vesk::io::CPrintStream;
+using namespace vesk::base;
+using namespace vesk::io;
 using vesk_test::CTestOutputStream;
 
 namespace {

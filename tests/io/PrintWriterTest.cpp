@@ -11,16 +11,9 @@
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/PrintWriter.h"
 
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CRef;
-using vesk::base::CString;
-using vesk::base::CUnicodeString;
-using vesk::io::CIOException;
-using vesk::io::CPrintWriter;
-using vesk::io::CWriter;
-using vesk_test::CTestWriter;
-using vesk_test::Tally;
-using vesk_test::U16;
+using namespace vesk::base;
+using namespace vesk::io;
+using namespace vesk_test;
 
 namespace {
 

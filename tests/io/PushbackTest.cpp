@@ -7,18 +7,10 @@
 #include "vesk/io/PushbackInputStream.h"
 #include "vesk/io/PushbackReader.h"
 
-using vesk::io::CInputStream;
-using vesk::io::CIOException;
-using vesk::io::CPushbackInputStream;
-using vesk::io::CPushbackReader;
-using vesk::io::CReader;
-using vesk_test::CTestInputStream;
-using vesk_test::CTestReader;
-using vesk_test::U16;
+using namespace vesk::io;
+using namespace vesk_test;
 
 namespace {
-
-using vesk_test::ExpectError;
 
 TEST(PushbackInputStreamTest, LastGivenBackIsReadFirst) {
   CTestInputStream source("rest");

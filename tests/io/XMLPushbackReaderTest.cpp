@@ -11,9 +11,7 @@
 using namespace vesk::io;
 using vesk::base::CRef;
 using vesk::testing::W;
-using vesk_test::DumpTokens;
-using vesk_test::ExpectThrow;
-using vesk_test::XMLReaderOn;
+using namespace vesk_test;
 
 namespace {
 

@@ -15,9 +15,7 @@ using namespace vesk::io;
 using vesk::base::CRef;
 using vesk::base::CUnicodeString;
 using vesk::testing::W;
-using vesk_test::DumpTokens;
-using vesk_test::ExpectThrow;
-using vesk_test::XMLReaderOn;
+using namespace vesk_test;
 
 namespace {
 

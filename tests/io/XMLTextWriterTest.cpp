@@ -18,12 +18,7 @@
 
 using vesk::base::CRef;
 using vesk::base::CUnicodeString;
-using vesk::io::CIOException;
-using vesk::io::CMemoryOutputStream;
-using vesk::io::COutputStream;
-using vesk::io::CXMLException;
-using vesk::io::CXMLTextTabulator;
-using vesk::io::CXMLTextWriter;
+using namespace vesk::io;
 using vesk::testing::W;
 using vesk_test::Contents;
 using vesk_test::ExpectThrow;

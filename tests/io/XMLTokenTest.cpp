@@ -14,9 +14,7 @@
 #include "vesk/io/XMLTextToken.h"
 
 using namespace vesk::io;
-using vesk::base::CArrayIndexOutOfBoundsException;
-using vesk::base::CRef;
-using vesk::base::CUnicodeString;
+using namespace vesk::base;
 using vesk::testing::W;
 using vesk_test::ExpectThrow;
 

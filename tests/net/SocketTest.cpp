@@ -19,17 +19,13 @@ using vesk::base::CIllegalArgumentException;
 using vesk::base::CRef;
 using vesk::io::CInputStream;
 using vesk::io::CInterruptedIOException;
-using vesk_test::ExpectThrow;
-using vesk_test::Loopback;
-using vesk_test::ReadExactly;
+using namespace vesk_test;
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-using vesk_test::ExpectSocketError;
-using vesk_test::kImpl;
 const unsigned int kClosed = 10038;  // WSAENOTSOCK
 
 /// A client and the server's end of it.

@@ -14,13 +14,7 @@
 #include "vesk/util/StringHashtable.h"
 
 using vesk::base::CMemoryException;
-using vesk::util::CEmptyQueueException;
-using vesk::util::CEmptyStackException;
-using vesk::util::CEnumeration;
-using vesk::util::CHashtable;
-using vesk::util::CNoSuchElementException;
-using vesk::util::CQueue;
-using vesk::util::CStack;
+using namespace vesk::util;
 
 namespace {
 

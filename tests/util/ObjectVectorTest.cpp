@@ -7,10 +7,7 @@
 #include "vesk/base/IllegalArgumentException.h"
 #include "vesk/util/ObjectVector.h"
 
-using vesk::base::CArrayIndexOutOfBoundsException;
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CMemoryException;
-using vesk::base::CObject;
+using namespace vesk::base;
 using vesk::util::CObjectVector;
 using vesk::testing::ExpectThrow;
 using vesk_test::CNumber;

@@ -22,9 +22,7 @@
 using vesk::base::CIllegalArgumentException;
 using vesk::base::CUnicodeString;
 using vesk::testing::W;
-using vesk::util::regex::CRegEx;
-using vesk::util::regex::CRegExMatch;
-using vesk::util::regex::CRegExParseException;
+using namespace vesk::util::regex;
 using vesk::testing::ExpectThrow;
 
 namespace {

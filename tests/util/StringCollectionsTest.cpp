@@ -24,17 +24,8 @@
 #include "vesk/util/UnicodeStringVector.h"
 #include "vesk/util/UnicodeStringVectorEnumeration.h"
 
-using vesk::base::CArrayIndexOutOfBoundsException;
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CMemoryException;
-using vesk::base::CString;
-using vesk::util::CEnumeration;
-using vesk::util::CNoSuchElementException;
-using vesk::util::CStringHashtable;
-using vesk::util::CStringMap;
-using vesk::util::CStringSet;
-using vesk::util::CStringVector;
-using vesk::util::CStringVectorH;
+using namespace vesk::base;
+using namespace vesk::util;
 using vesk::testing::ExpectThrow;
 
 namespace {

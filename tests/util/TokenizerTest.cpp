@@ -10,12 +10,8 @@
 #include "vesk/util/StringTokenizer.h"
 #include "vesk/util/UnicodeStringTokenizer.h"
 
-using vesk::base::CIllegalArgumentException;
-using vesk::base::CString;
-using vesk::base::CUnicodeString;
-using vesk::util::CNoSuchElementException;
-using vesk::util::CStringTokenizer;
-using vesk::util::CUnicodeStringTokenizer;
+using namespace vesk::base;
+using namespace vesk::util;
 using vesk::testing::ExpectThrow;
 
 namespace {
