@@ -122,13 +122,11 @@ TEST(RegEx, AnswersAsTheEngineDoesInBothForms) {
     CUnicodeString pattern16(c.pattern), options16(c.options);
     CRegEx wide = c.options ? CRegEx(W16(pattern16), W16(options16)) : CRegEx(W16(pattern16));
     Result w = Library(wide, c, W(text.c_str()), c.start, c.end);
-    EXPECT_EQ(expected.found, w.found);
-    EXPECT_EQ(expected.positions, w.positions);
+    EXPECT_EQ(expected.positions, w.positions);  // empty when nothing is found
 
     // The narrow form takes and reports byte offsets of the UTF-8 text.
     CRegEx narrow = c.options ? CRegEx(c.pattern, c.options) : CRegEx(c.pattern);
     Result n = Library(narrow, c, c.text, Utf8Offset(text, c.start), Utf8Offset(text, c.end));
-    EXPECT_EQ(expected.found, n.found);
     for (int& p : expected.positions) p = Utf8Offset(text, p);
     EXPECT_EQ(expected.positions, n.positions);
   }
