@@ -28,11 +28,6 @@ U16String Printed(F call) {
   return target.data;
 }
 
-template <class F>
-void ExpectClosed(F op) {
-  vesk_test::ExpectThrow<CIOException>(op, "Writer closed.");
-}
-
 TEST(PrintWriterTest, EachPrintFormatsItsValue) {
   U16String all = Printed([](CPrintWriter& w) {
     // The 64-bit print keeps only the low 32 bits.
@@ -140,7 +135,7 @@ TEST(PrintWriterTest, ClosedWriterAndOwnership) {
   failing.failClose = true;
   CPrintWriter writer(&failing);
   EXPECT_THROW(writer.Close(), CIOException);
-  ExpectClosed([&] { writer.Print(true); });
+  ExpectThrow<CIOException>([&] { writer.Print(true); }, "Writer closed.");
 }
 
 /// Counts the units that reach the array write of the print writer itself.
