@@ -36,7 +36,7 @@ TEST(FormattedString, RefusesAMissingFormat) {
 
 TEST(FormattedString, AllocationFailuresLeaveNothingBehind) {
   std::string text(5000, 'z');
-  EXPECT_GT(vesk::testing::FailEachAllocationInTurn([&] {
+  EXPECT_GT(FailEachAllocationInTurn([&] {
               CFormattedString narrow("%s-%d", text.c_str(), 1);
               CFormattedUnicodeString wide(W(u"%hs-%d"), text.c_str(), 2);
             }),

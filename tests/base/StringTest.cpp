@@ -446,7 +446,7 @@ TEST(String, AllocationFailuresThrowAndLeakNothing) {
 // block still counts as used, and goes back to the pool when the thread ends.
 TEST(String, BlocksKeptByAThreadGoBackToThePoolWhenItEnds) {
   internal::ReturnThreadStringBlocks();
-  vesk::base::CFixBlockAllocator* pool = internal::NarrowStringPool(64);
+  CFixBlockAllocator* pool = internal::NarrowStringPool(64);
   unsigned int used = pool->GetUsedCount();
   std::thread worker([&] {
     const char* first;

@@ -76,17 +76,15 @@ TEST(Base64OutputStreamTest, NullStreamsAreRejected) {
 
 TEST(Base64OutputStreamTest, FailingWrappedStreamNeverOverrunsTheGroup) {
   struct CFailingSink : COutputStream {
-    void Write(char) override { throw vesk::io::CIOException("test", 1); }
-    void Write(const char*, unsigned int, unsigned int) override {
-      throw vesk::io::CIOException("test", 1);
-    }
+    void Write(char) override { throw CIOException("test", 1); }
+    void Write(const char*, unsigned int, unsigned int) override { throw CIOException("test", 1); }
     void Flush() override {}
     void Close() override {}
   } sink;
   CBase64OutputStream out(&sink, 0);
   for (int i = 0; i < 12; ++i) {
     if (i % 3 == 2) {
-      EXPECT_THROW(out.Write('x'), vesk::io::CIOException);
+      EXPECT_THROW(out.Write('x'), CIOException);
     } else {
       out.Write('x');
     }

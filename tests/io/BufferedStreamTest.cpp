@@ -115,9 +115,9 @@ struct ByteOut {
   static constexpr const char* kClosed = "Stream closed.";
 };
 struct UnitOut {
-  using Decorator = vesk::io::CBufferedWriter;
-  using Sink = vesk_test::CTestWriter;
-  using Wrapped = vesk::io::CWriter;
+  using Decorator = CBufferedWriter;
+  using Sink = CTestWriter;
+  using Wrapped = CWriter;
   static std::basic_string<unsigned short> Text(const char* s) { return U16(s); }
   static constexpr const char* kBadSize = "Invalid buffer size.";
   static constexpr const char* kNoStream = "Invalid writer.";
@@ -161,7 +161,7 @@ TYPED_TEST(BufferedOutTest, ConstructionAndClose) {
   ExpectError([&] { D out(&sink, 0); }, TypeParam::kBadSize);
   ExpectError([] { D out(static_cast<typename TypeParam::Wrapped*>(nullptr), 8); },
               TypeParam::kNoStream);
-  vesk_test::Tally tally;
+  Tally tally;
   typename TypeParam::Sink failing(&tally);
   failing.failClose = true;
   D out(&failing, 8);
@@ -176,8 +176,8 @@ TYPED_TEST(BufferedOutTest, ConstructionAndClose) {
 }
 
 TEST(BufferedWriterTest, TextWritesAreClampedToTheText) {
-  vesk_test::CTestWriter sink;
-  vesk::io::CBufferedWriter out(&sink, 4);
+  CTestWriter sink;
+  CBufferedWriter out(&sink, 4);
   out.Write(vesk::base::CUnicodeString("xyz"), 1, 10);  // clamped to "yz"
   out.Write(vesk::base::CUnicodeString("xyz"), 3, 1);   // nothing
   out.Write(U16("!").c_str());

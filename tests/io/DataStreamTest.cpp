@@ -56,8 +56,7 @@ TEST(DataOutputStream, WireFormat) {
   out << true << false << '\x80' << (unsigned char)0xFE << (short)-32768 << 16909060 << -2
       << (unsigned short)43981 << 0xA1B2C3D4u << 1.0f << 1.0;
   EXPECT_EQ(sink.writes.size(), 11u);
-  EXPECT_EQ(sink.data,
-            vesk_test::Bytes({1,    0,    0x80, 0xFE, 0x80, 0,    1,    2,    3,    4,   0xFF,
+  EXPECT_EQ(sink.data, Bytes({1,    0,    0x80, 0xFE, 0x80, 0,    1,    2,    3,    4,   0xFF,
                               0xFF, 0xFF, 0xFE, 0xAB, 0xCD, 0xA1, 0xB2, 0xC3, 0xD4, 0,   0,
                               0x80, 0x3F, 0,    0,    0,    0,    0,    0,    0xF0, 0x3F}));
 }
@@ -73,17 +72,15 @@ TEST(DataOutputStream, Strings) {
     o.WriteString(none);
     o.WriteString(static_cast<const unsigned short*>(nullptr));
   };
-  EXPECT_EQ(Written(all), vesk_test::Bytes({0, 0, 0, 3, 'h', 0xC3, 0xA9, 0, 0, 0, 0}));
-  EXPECT_EQ(Written<CJavaDataOutputStream>(all),
-            vesk_test::Bytes({0, 3, 'h', 0xC3, 0xA9, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(Written(all), Bytes({0, 0, 0, 3, 'h', 0xC3, 0xA9, 0, 0, 0, 0}));
+  EXPECT_EQ(Written<CJavaDataOutputStream>(all), Bytes({0, 3, 'h', 0xC3, 0xA9, 0, 0, 0, 0, 0, 0}));
 
   // The operators dispatch through the virtual writers: a compatible
   // stream behind a base reference writes its own form.
   const unsigned short ab[] = {'a', 'b', 0};
-  EXPECT_EQ(Written<CJavaDataOutputStream>([&](CDataOutputStream& base) {
-              base << ab << CUnicodeString(ab);
-            }),
-            vesk_test::Bytes({0, 2, 'a', 'b', 0, 2, 'a', 'b'}));
+  EXPECT_EQ(Written<CJavaDataOutputStream>(
+                [&](CDataOutputStream& base) { base << ab << CUnicodeString(ab); }),
+            Bytes({0, 2, 'a', 'b', 0, 2, 'a', 'b'}));
 }
 
 TEST(JavaDataOutputStream, LengthLimit) {
@@ -177,7 +174,7 @@ TEST(DataInputStream, SignedReadsDoNotGoThroughTheUnsignedSlots) {
 
 TEST(DataInputStream, StringReads) {
   // A zero byte in the data ends the string; the rest of it is consumed.
-  CTestInputStream source(vesk_test::Bytes({0, 0, 0, 5, 'a', 'b', 0, 'c', 'd', 0, 1, 'x'}));
+  CTestInputStream source(Bytes({0, 0, 0, 5, 'a', 'b', 0, 'c', 'd', 0, 1, 'x'}));
   CDataInputStream in(&source);
   EXPECT_EQ(ToU16(in.ReadString()), u"ab");
   EXPECT_EQ(in.GetAvailable(), 3u);
@@ -209,7 +206,7 @@ TEST(DataInputStream, LongStringsArriveInPieces) {
 }
 
 TEST(DataInputStream, StringBufferAllocationFailure) {
-  CTestInputStream source(vesk_test::Bytes({0, 0, 0, 3, 'a', 'b', 'c'}));
+  CTestInputStream source(Bytes({0, 0, 0, 3, 'a', 'b', 'c'}));
   CDataInputStream in(&source);
   long live = platform::LiveAllocations();
   platform::FailAllocationAt(1, true);
@@ -288,24 +285,25 @@ TEST(DataStreams, ForwardingAndClose) {
   EXPECT_EQ(source.tally().closed, 1);
   EXPECT_EQ(sink.tally().closed, 1);
 
-  vesk_test::ExpectEachThrows<CIOException>(
+  Point point;
+  ExpectEachThrows<CIOException>(
       {[&] { in.GetAvailable(); }, [&] { in.Read(buf, 0, 1); }, [&] { in.Read(buf, 1); },
-           [&] { in.Read(); }, [&] { in.Skip(1); }, [&] { in.Reset(); }, [&] { in.ReadBool(); },
-           [&] { in.ReadByte(); }, [&] { in.ReadSByte(); }, [&] { in.ReadInt16(); },
-           [&] { in.ReadUInt16(); }, [&] { in.ReadInt32(); }, [&] { in.ReadUInt32(); },
-           [&] { in.ReadFloat(); }, [&] { in.ReadDouble(); }, [&] { in.ReadString(); },
-           [&] { Point p; in.ReadObject(p); }},
+       [&] { in.Read(); }, [&] { in.Skip(1); }, [&] { in.Reset(); }, [&] { in.ReadBool(); },
+       [&] { in.ReadByte(); }, [&] { in.ReadSByte(); }, [&] { in.ReadInt16(); },
+       [&] { in.ReadUInt16(); }, [&] { in.ReadInt32(); }, [&] { in.ReadUInt32(); },
+       [&] { in.ReadFloat(); }, [&] { in.ReadDouble(); }, [&] { in.ReadString(); },
+       [&] { in.ReadObject(point); }},
       "Stream closed.", "vesk/io/DataInputStream");
   const unsigned short text[] = {'a', 0};
-  vesk_test::ExpectEachThrows<CIOException>(
+  ExpectEachThrows<CIOException>(
       {[&] { out.Write("a", 0, 1); }, [&] { out.Write("a", 1); }, [&] { out.Write('a'); },
-           [&] { out.Flush(); }, [&] { out.WriteBool(true); }, [&] { out.WriteByte(1); },
-           [&] { out.WriteUByte(1); }, [&] { out.WriteInt16(1); }, [&] { out.WriteUInt16(1); },
-           [&] { out.WriteInt32(1); }, [&] { out.WriteUInt32(1); }, [&] { out.WriteFloat(1); },
-           [&] { out.WriteDouble(1); }, [&] { out.WriteString(text); },
-           [&] { out.WriteString(CUnicodeString()); },
-           [&] { out.WriteString(static_cast<const unsigned short*>(nullptr)); },
-           [&] { out.WriteObject(Point()); }},
+       [&] { out.Flush(); }, [&] { out.WriteBool(true); }, [&] { out.WriteByte(1); },
+       [&] { out.WriteUByte(1); }, [&] { out.WriteInt16(1); }, [&] { out.WriteUInt16(1); },
+       [&] { out.WriteInt32(1); }, [&] { out.WriteUInt32(1); }, [&] { out.WriteFloat(1); },
+       [&] { out.WriteDouble(1); }, [&] { out.WriteString(text); },
+       [&] { out.WriteString(CUnicodeString()); },
+       [&] { out.WriteString(static_cast<const unsigned short*>(nullptr)); },
+       [&] { out.WriteObject(Point()); }},
       "Stream closed.", "vesk/io/DataOutputStream");
   EXPECT_EQ(sink.data, "yzq!");
 
@@ -339,7 +337,7 @@ TEST(DataStreams, CloseFailureStillCloses) {
 }
 
 // A buffered stream that counts the array writes it is given.
-class CCountingBufferedStream : public vesk::io::CBufferedOutputStream {
+class CCountingBufferedStream : public CBufferedOutputStream {
  public:
   CCountingBufferedStream(COutputStream* stream) : CBufferedOutputStream(stream, 64) {}
   void Write(const char* buffer, unsigned int length) override {
@@ -355,7 +353,7 @@ class CCountingBufferedStream : public vesk::io::CBufferedOutputStream {
 // writes still sees every one of them.
 TEST(DataOutputStreamTest, ValuesOverABufferedStreamArriveInOrder) {
   CMemoryOutputStream memory(16, 16);
-  vesk::io::CBufferedOutputStream buffered(&memory, 7);
+  CBufferedOutputStream buffered(&memory, 7);
   CDataOutputStream out(&buffered);
   for (int i = 0; i < 10; ++i) {
     out.WriteInt32(0x01020300 + i);
@@ -363,8 +361,8 @@ TEST(DataOutputStreamTest, ValuesOverABufferedStreamArriveInOrder) {
   }
   out.Flush();
   std::string expected;
-  for (int i = 0; i < 10; ++i) expected += vesk_test::Bytes({1, 2, 3, i, 0x0A, i});
-  EXPECT_EQ(vesk_test::Contents(memory), expected);
+  for (int i = 0; i < 10; ++i) expected += Bytes({1, 2, 3, i, 0x0A, i});
+  EXPECT_EQ(Contents(memory), expected);
 
   CMemoryOutputStream sink(16, 16);
   CCountingBufferedStream counting(&sink);

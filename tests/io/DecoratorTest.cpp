@@ -145,11 +145,11 @@ TEST(DecoratorTest, MalformedUseNeverCrashes) {
       pushback.Read(b, 0);
       pushback.Read(b, 7, 1);
       pushback.Unread(nullptr, 0, 1);
-      EXPECT_THROW(pushback.Unread("abc", 3), vesk::io::CIOException);
+      EXPECT_THROW(pushback.Unread("abc", 3), CIOException);
     }
     pushback.Close();
-    EXPECT_THROW(buffered.Read(), vesk::io::CIOException);  // closed through the chain
-    EXPECT_THROW(pushback.Read(b, 8), vesk::io::CIOException);
+    EXPECT_THROW(buffered.Read(), CIOException);  // closed through the chain
+    EXPECT_THROW(pushback.Read(b, 8), CIOException);
   }
   {
     vesk_test::CTestOutputStream sink;
@@ -161,7 +161,7 @@ TEST(DecoratorTest, MalformedUseNeverCrashes) {
     print.Println("line");
     print.Close();
     EXPECT_EQ(sink.data, std::string("line") + platform::kLineEnd);
-    EXPECT_THROW(buffered.Write('x'), vesk::io::CIOException);
+    EXPECT_THROW(buffered.Write('x'), CIOException);
     buffered.Close();
   }
   EXPECT_EQ(platform::LiveAllocations(), live);

@@ -308,15 +308,15 @@ TEST_F(FileStreamTest, ByteAtATimeThroughBufferedDecorators) {
   for (int i = 0; i < 300000; ++i) data.push_back(static_cast<char>(i * 7));
   {
     CFileOutputStream file(At("big"), false);
-    vesk::io::CBufferedOutputStream out(&file, 4096);
+    CBufferedOutputStream out(&file, 4096);
     for (char c : data) out.Write(c);
     out.Close();
   }
   ASSERT_EQ(Get("big"), data);
   CFileInputStream file(At("big"));
-  vesk::io::CBufferedInputStream in(&file, 4096);
+  CBufferedInputStream in(&file, 4096);
   std::string back;
-  for (int c; (c = in.Read()) != vesk::io::CInputStream::EOS;) back.push_back(static_cast<char>(c));
+  for (int c; (c = in.Read()) != CInputStream::EOS;) back.push_back(static_cast<char>(c));
   EXPECT_EQ(back, data);
 }
 

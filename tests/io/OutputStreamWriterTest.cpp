@@ -22,9 +22,7 @@ namespace {
 
 typedef std::basic_string<unsigned short> U16String;
 
-std::string IcuUtf8(const U16String& text) {
-  return vesk_test::ReferenceUtf8(text.data(), text.size());
-}
+std::string IcuUtf8(const U16String& text) { return ReferenceUtf8(text.data(), text.size()); }
 
 TEST(OutputStreamWriterTest, MatchesIcuForRandomTextInRandomWrites) {
   std::mt19937 rng(4711);
@@ -131,18 +129,18 @@ TEST(OutputStreamWriterTest, ByteOrderMarkIsWrittenAtOnce) {
 
 TEST(OutputStreamWriterTest, ConstructionFailures) {
   CMemoryOutputStream out;
-  vesk_test::ExpectEachThrows<CIllegalArgumentException>(
+  ExpectEachThrows<CIllegalArgumentException>(
       {[] { COutputStreamWriter w(static_cast<COutputStream*>(nullptr), "UTF-8", false); },
        [] { COutputStreamWriter w(CRef<COutputStream>(), "UTF-8", false); }},
       "Invalid output stream..");
-  vesk_test::ExpectEachThrows<CIllegalArgumentException>(
+  ExpectEachThrows<CIllegalArgumentException>(
       {[&] { COutputStreamWriter w(&out, "", false); },
        [&] { COutputStreamWriter w(&out, nullptr, false); }},
       "Invalid encoding.");
   try {
     COutputStreamWriter w(&out, "utf-8", true);
     ADD_FAILURE();
-  } catch (const vesk::io::CUnsupportedEncodingException& e) {
+  } catch (const CUnsupportedEncodingException& e) {
     EXPECT_TRUE(e.GetEncoding() == "utf-8");
   }
   EXPECT_EQ(out.GetBufferSize(), 0u);  // no mark for an unknown encoding
@@ -154,8 +152,7 @@ TEST(OutputStreamWriterTest, ConstructionFailures) {
   unsigned long calls = vesk::platform::AllocationCount() - before;
   ASSERT_GT(calls, 0u);
   vesk::platform::FailAllocationAt(calls);
-  ExpectThrow<vesk::base::CMemoryException>([&] { COutputStreamWriter w(&out, "UTF-8", false); },
-                                            nullptr);
+  ExpectThrow<CMemoryException>([&] { COutputStreamWriter w(&out, "UTF-8", false); }, nullptr);
   vesk::platform::FailAllocationAt(0);
   EXPECT_EQ(vesk::platform::LiveAllocations(), live);
 }
@@ -201,7 +198,7 @@ TEST(OutputStreamWriterTest, CloseFlushAndOwnership) {
     EXPECT_EQ(tally.flushed, 0);
     writer.Close();  // silent
     EXPECT_EQ(tally.closed, 1);
-    vesk_test::ExpectEachThrows<CIOException>(
+    ExpectEachThrows<CIOException>(
         {[&] { writer.Write(static_cast<unsigned short>('x')); },
          [&] { writer.Write(CUnicodeString()); }, [&] { writer.Flush(); }},
         "Writer closed.");

@@ -112,7 +112,7 @@ TEST(ExceptionReportTest, EachBlockOnlyWhenItsPartIsThere) {
                 "\tMessage : \r\n\t\tDisk on fire.\r\n");
 
   // All blocks, under the dynamic class.
-  vesk::io::CXMLException xml("vesk/io/XMLTextWriter", 4294967295u, "Invalid name.", "a<b");
+  CXMLException xml("vesk/io/XMLTextWriter", 4294967295u, "Invalid name.", "a<b");
   const CException& asBase = xml;
   EXPECT_EQ(Report(asBase), std::string(kHeader) + "\tvesk::io::CXMLException\r\n" + kDetails +
                                 "\tLocation :\r\n\t\tvesk/io/XMLTextWriter(-1)\r\n"

@@ -31,9 +31,9 @@ U16String Printed(F call) {
 TEST(PrintWriterTest, EachPrintFormatsItsValue) {
   U16String all = Printed([](CPrintWriter& w) {
     // The 64-bit print keeps only the low 32 bits.
-    vesk_test::PrintEach(w, static_cast<short>(-32768), INT_MIN, 4294967295u, 0x100000005ULL,
-                         0xFFFFFFFFFFFFFFFFULL, 1.5f, 1.5, -0.1, 0.1f, true, false,
-                         static_cast<unsigned short>(0x20AC));
+    PrintEach(w, static_cast<short>(-32768), INT_MIN, 4294967295u, 0x100000005ULL,
+              0xFFFFFFFFFFFFFFFFULL, 1.5f, 1.5, -0.1, 0.1f, true, false,
+              static_cast<unsigned short>(0x20AC));
     w.PrintInt(-7), w.Print('|'), w.PrintUnsignedInt(3000000000u), w.Print('|');
     w.PrintUnsignedChar(200), w.Print('|'), w.PrintUnsignedShort(65535);
   });
@@ -85,9 +85,9 @@ TEST(PrintWriterTest, LinesEndInCrLfUnlessToldOtherwise) {
   const unsigned short sep[] = {'|', 0};
   CTestWriter all;
   CPrintWriter w(&all, false, sep);
-  vesk_test::PrintlnEach(w, true, static_cast<short>(-2), -3, 4u, 0.5f, 0.25, 'c',
-                        static_cast<unsigned short>('u'), CString("s"), U16("p").c_str(),
-                        CUnicodeString("q"));
+  PrintlnEach(w, true, static_cast<short>(-2), -3, 4u, 0.5f, 0.25, 'c',
+              static_cast<unsigned short>('u'), CString("s"), U16("p").c_str(),
+              CUnicodeString("q"));
   EXPECT_EQ(all.data, U16("true|-2|-3|4|0.500000|0.250000|c|u|s|p|q|"));
 }
 
@@ -108,7 +108,7 @@ TEST(PrintWriterTest, AutoFlushFollowsLineEndsOnly) {
 TEST(PrintWriterTest, ClosedWriterAndOwnership) {
   for (auto make : {+[] { CPrintWriter w(static_cast<CWriter*>(nullptr)); },
                     +[] { CPrintWriter w{CRef<CWriter>()}; }}) {
-    vesk_test::ExpectThrow<CIllegalArgumentException>(make, "Invalid writer.");
+    ExpectThrow<CIllegalArgumentException>(make, "Invalid writer.");
   }
 
   Tally tally;
@@ -121,11 +121,11 @@ TEST(PrintWriterTest, ClosedWriterAndOwnership) {
     EXPECT_EQ(tally.closed, 1);
     writer.Close();
     EXPECT_EQ(tally.closed, 1);
-    vesk_test::ExpectEachThrows<CIOException>(
+    ExpectEachThrows<CIOException>(
         {[&] { writer.Print(2); }, [&] { writer.Print(CString("")); }, [&] { writer.Println(); },
          [&] { writer.Println(3); }, [&] { writer.Write(static_cast<unsigned short>('x')); },
-         [&] { writer.Write(U16("x").c_str(), 0u, 1u); }, [&] { writer.Write(CUnicodeString("x")); },
-         [&] { writer.Flush(); }},
+         [&] { writer.Write(U16("x").c_str(), 0u, 1u); },
+         [&] { writer.Write(CUnicodeString("x")); }, [&] { writer.Flush(); }},
         "Writer closed.");
     EXPECT_EQ(target->data, U16("1"));
   }

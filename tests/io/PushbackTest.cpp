@@ -55,7 +55,7 @@ TEST(PushbackInputStreamTest, ReadAtTheEndGivesPushedBackMinusOne) {
 }
 
 TEST(PushbackInputStreamTest, SkipResetAndClose) {
-  vesk_test::Tally tally;
+  Tally tally;
   CTestInputStream source("0123456789", 0, &tally);
   CPushbackInputStream in(&source, 4);
   in.Unread("abc", 3);

@@ -79,7 +79,7 @@ TEST(XMLTextReaderTest, MalformedDocumentsFailWithTheScannersText) {
   // Tokens taken before the failing step stay read.
   CRef<CXMLReader> reader = XMLReaderOn("<a><b>x</c></a>");
   EXPECT_TRUE(reader->ReadToken());
-  EXPECT_EQ(vesk_test::DescribeToken(reader->GetCurrentToken()), "<a>");
+  EXPECT_EQ(DescribeToken(reader->GetCurrentToken()), "<a>");
 }
 
 TEST(XMLTextReaderTest, NothingOutsideTheDocumentIsRead) {
@@ -156,7 +156,7 @@ TEST(XMLTextReaderTest, ElementReadsAndTheirMessages) {
 }
 
 // A stream that fails after handing out its first bytes.
-class CFailingStream : public vesk_test::CTestInputStream {
+class CFailingStream : public CTestInputStream {
  public:
   CFailingStream() : CTestInputStream("<a><b>") {}
   int Read(char* buffer, unsigned int offset, unsigned int length) override {

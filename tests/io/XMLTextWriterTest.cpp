@@ -258,7 +258,7 @@ TEST(XMLTextWriterTest, RuleViolationsThrowTheirMessages) {
   for (const char* encoding : {"", static_cast<const char*>(nullptr)})
     ExpectThrow<CXMLException>([&] { make(&out, encoding, 8); }, "Invalid encoding specification.",
                                "vesk/io/XMLTextWriter");
-  EXPECT_THROW(make(&out, "utf-8", 8), vesk::io::CUnsupportedEncodingException);
+  EXPECT_THROW(make(&out, "utf-8", 8), CUnsupportedEncodingException);
   using vesk::base::CIllegalArgumentException;
   ExpectThrow<CIllegalArgumentException>([&] { make(nullptr, "UTF-8", 8); }, "Invalid output stream..");
   ExpectThrow<CIllegalArgumentException>([&] { make(&out, "UTF-8", 0); }, "Invalid buffer size.");
@@ -310,7 +310,7 @@ TEST(XMLTextWriterTest, WritesAFileByLocation) {
 // --- the typed defaults of every writer ----------------------------------------
 
 /// Records the string writes the defaults delegate to.
-class CRecordingWriter : public vesk::io::CXMLWriter {
+class CRecordingWriter : public CXMLWriter {
  public:
   using S = const unsigned short*;
   std::u16string log;
@@ -344,10 +344,10 @@ class CRecordingWriter : public vesk::io::CXMLWriter {
   void Close() override {}
 };
 
-class CNothing : public vesk::io::IXMLSerializable {
+class CNothing : public IXMLSerializable {
  public:
-  void ReadXML(vesk::io::CXMLReader&) override {}
-  void WriteXML(vesk::io::CXMLWriter&) const override { ++calls; }
+  void ReadXML(CXMLReader&) override {}
+  void WriteXML(CXMLWriter&) const override { ++calls; }
   mutable int calls = 0;
 };
 

@@ -46,7 +46,7 @@ TEST(XMLTokenTest, KindsAndTextsReachThroughTheInterfaces) {
   // Built from the raw name: not split.
   EXPECT_TRUE(start->GetQualifiedName() == "a" && start->GetLocalName().IsEmpty());
   EXPECT_EQ(static_cast<IXMLToken*>(start.Get()), tokens[4].Get());
-  EXPECT_THROW(CRef<IXMLTextToken> wrong = tokens[0], vesk::base::CClassCastException);
+  EXPECT_THROW(CRef<IXMLTextToken> wrong = tokens[0], CClassCastException);
 }
 
 TEST(XMLAttributeListTest, LookupsAnswerTheFirstMatchInDocumentOrder) {

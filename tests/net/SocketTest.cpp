@@ -30,7 +30,7 @@ const unsigned int kClosed = 10038;  // WSAENOTSOCK
 
 /// A client and the server's end of it.
 struct Pair {
-  CServerSocket server = vesk_test::Listener();
+  CServerSocket server = Listener();
   CSocket client{"127.0.0.1", server.GetLocalPort()};
   CRef<CSocket> accepted = server.Accept();
 };
@@ -77,7 +77,7 @@ TEST(SocketTest, ExchangeAndClose) {
   EXPECT_TRUE(*pair.accepted->GetInetAddress() == *pair.client.GetLocalInetAddress());
   EXPECT_EQ(pair.client.GetInetAddress().Get(), pair.client.GetInetAddress().Get());
 
-  vesk_test::WriteAll(pair.client.GetOutputStream(), "hello");
+  WriteAll(pair.client.GetOutputStream(), "hello");
   pair.client.GetOutputStream()->Write('!');
   EXPECT_EQ(ReadExactly(pair.accepted->GetInputStream(), 6), "hello!");
   pair.accepted->GetOutputStream()->Write("\xff\x01", 2);
@@ -107,8 +107,8 @@ TEST(SocketTest, ExchangeAndClose) {
 }
 
 TEST(SocketTest, ConnectAndBindFailures) {
-  CServerSocket taken = vesk_test::Listener();
-  unsigned short port = vesk_test::Listener().GetLocalPort();  // released at once
+  CServerSocket taken = Listener();
+  unsigned short port = Listener().GetLocalPort();  // released at once
   ExpectSocketError([port] { CSocket refused("127.0.0.1", port); }, "Connect socket failed.", 10061);
   CRef<CSocketImpl> timed = NewImpl();
   timed->SetTimeout(2000);  // non-blocking connect: the refusal still counts
@@ -122,7 +122,7 @@ TEST(SocketTest, ConnectAndBindFailures) {
 
   // Backlog 0 queues one connection; later handshakes go unanswered, and a
   // timed connect that runs out ends closed, without an exception.
-  CServerSocket full = vesk_test::Listener(0);
+  CServerSocket full = Listener(0);
   CSocket queued(Loopback(), full.GetLocalPort());
   timed = NewImpl();
   timed->SetTimeout(300);  // 300 microseconds
@@ -212,8 +212,8 @@ TEST(SocketTest, BlockingWaitsEndWhenTheyShould) {
 }
 
 TEST(SocketTest, AllocationFailuresLeakNothing) {
-  CServerSocket server = vesk_test::Listener();
-  int descriptors = vesk_test::OpenHandles();
+  CServerSocket server = Listener();
+  int descriptors = OpenHandles();
   int failures = vesk::testing::FailEachAllocationInTurn([&] {
     CSocket client(Loopback(), server.GetLocalPort());
     server.Accept(5000)->GetInetAddress()->GetHostAddress();
@@ -223,7 +223,7 @@ TEST(SocketTest, AllocationFailuresLeakNothing) {
     for (;;) server.Accept(1);  // connections whose client failed late
   } catch (const CInterruptedIOException&) {
   }
-  EXPECT_EQ(vesk_test::OpenHandles(), descriptors);
+  EXPECT_EQ(OpenHandles(), descriptors);
 }
 
 }  // namespace

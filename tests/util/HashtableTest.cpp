@@ -95,11 +95,11 @@ TEST(HashtableTest, PutGetRemoveAndEnumerationEnd) {
 // A null key hashes to bucket 0: look-ups with it find nothing, even when
 // that bucket holds entries, and Put refuses it.
 TEST(HashtableTest, NullKeyFindsNothingInAStringTable) {
-  vesk::util::CStringHashtable<int> table(11);
+  CStringHashtable<int> table(11);
   std::string key;
   for (int i = 0; key.empty(); ++i) {
     std::string candidate = "k" + std::to_string(i);
-    unsigned int hash = static_cast<unsigned int>(vesk::util::GetStringHashCode(candidate.c_str()));
+    unsigned int hash = static_cast<unsigned int>(GetStringHashCode(candidate.c_str()));
     if ((hash & 0x7FFFFFFFu) % table.GetBucketCount() == 0) key = candidate;
   }
   table.Put(key.c_str(), 1);
@@ -233,7 +233,7 @@ int Key(const Record& record) { return record.key; }
 
 // Orders elements of type T by their Key.
 template <class T>
-class CKeyComparator : public vesk::util::IComparator {
+class CKeyComparator : public IComparator {
  public:
   int Compare(const void* a, const void* b) const override {
     int x = Key(*static_cast<const T*>(a));
@@ -250,7 +250,7 @@ TEST(SortTest, SortsLikeTheStandardLibrary) {
       for (int& v : values) v = static_cast<int>(random() % range);
       std::vector<int> expected = values;
       std::sort(expected.begin(), expected.end());
-      vesk::util::qsort(values.data(), values.size(), sizeof(int), CKeyComparator<int>());
+      qsort(values.data(), values.size(), sizeof(int), CKeyComparator<int>());
       ASSERT_EQ(expected, values);
     }
   }
@@ -260,12 +260,12 @@ TEST(SortTest, SortsLikeTheStandardLibrary) {
     records[i].key = 3000 - i;
     std::snprintf(records[i].payload, sizeof records[i].payload, "r%d", 3000 - i);
   }
-  vesk::util::qsort(records.data(), records.size(), sizeof(Record), CKeyComparator<Record>());
+  qsort(records.data(), records.size(), sizeof(Record), CKeyComparator<Record>());
   for (int i = 0; i < 3000; ++i) {
     ASSERT_EQ(i + 1, records[i].key);
     ASSERT_EQ("r" + std::to_string(i + 1), records[i].payload);
   }
-  vesk::util::qsort(records.data(), records.size(), sizeof(Record), CKeyComparator<Record>());
+  qsort(records.data(), records.size(), sizeof(Record), CKeyComparator<Record>());
   for (int i = 0; i < 3000; ++i) ASSERT_EQ(i + 1, records[i].key);
 }
 

@@ -37,22 +37,21 @@ std::string RandomKey(std::mt19937& random, int alphabet, int maxLength) {
 }
 
 TEST(StringHashTest, ShortAndLongKeys) {
-  EXPECT_EQ(97 * 37 + 98, vesk::util::GetStringHashCode("ab"));
-  EXPECT_EQ(0, vesk::util::GetStringHashCode(nullptr));
-  EXPECT_EQ(0, vesk::util::GetStringHashCode(""));
+  EXPECT_EQ(97 * 37 + 98, GetStringHashCode("ab"));
+  EXPECT_EQ(0, GetStringHashCode(nullptr));
+  EXPECT_EQ(0, GetStringHashCode(""));
   const char* key = "0123456789abcdef";  // 16 bytes: every second byte, multiplier 39
   unsigned int h = 0;
   for (int i = 0; i < 16; i += 2) h = h * 39u + static_cast<unsigned char>(key[i]);
-  EXPECT_EQ(static_cast<int>(h), vesk::util::GetStringHashCode(key));
-  EXPECT_EQ(vesk::util::GetStringHashCode(key), vesk::util::GetCStringHashCode(CString(key)));
-  EXPECT_EQ(0, vesk::util::GetCStringHashCode(CString()));
+  EXPECT_EQ(static_cast<int>(h), GetStringHashCode(key));
+  EXPECT_EQ(GetStringHashCode(key), GetCStringHashCode(CString(key)));
+  EXPECT_EQ(0, GetCStringHashCode(CString()));
   // The 16-bit form applies the same rule to the units.
-  EXPECT_EQ(vesk::util::GetStringHashCode(key),
-            vesk::util::GetCUnicodeStringHashCode(vesk::base::CUnicodeString(key)));
-  EXPECT_EQ(3687, vesk::util::GetCUnicodeStringHashCode(vesk::base::CUnicodeString("ab")));
-  EXPECT_EQ(0, vesk::util::GetCUnicodeStringHashCode(vesk::base::CUnicodeString()));
-  EXPECT_EQ(-5, vesk::util::GetLongHashCode(-5L));
-  EXPECT_EQ(7, vesk::util::GetUnsignedLongHashCode(7UL));
+  EXPECT_EQ(GetStringHashCode(key), GetCUnicodeStringHashCode(CUnicodeString(key)));
+  EXPECT_EQ(3687, GetCUnicodeStringHashCode(CUnicodeString("ab")));
+  EXPECT_EQ(0, GetCUnicodeStringHashCode(CUnicodeString()));
+  EXPECT_EQ(-5, GetLongHashCode(-5L));
+  EXPECT_EQ(7, GetUnsignedLongHashCode(7UL));
 }
 
 int CompareStrings(const void* a, const void* b) {
@@ -76,7 +75,7 @@ class Z {
 // searches and case-blind keys hit often.
 struct NarrowStrings {
   using Vector = CStringVector;
-  using Enumeration = vesk::util::CStringVectorEnumeration;
+  using Enumeration = CStringVectorEnumeration;
   using Map = CStringMap;
   using Str = CString;
   using Text = std::string;
@@ -101,10 +100,10 @@ struct NarrowStrings {
   static constexpr const char* kEnumeration = "vesk/util/StringVectorEnumeration";
 };
 struct UnicodeStrings {
-  using Vector = vesk::util::CUnicodeStringVector;
-  using Enumeration = vesk::util::CUnicodeStringVectorEnumeration;
-  using Map = vesk::util::CUnicodeStringMap;
-  using Str = vesk::base::CUnicodeString;
+  using Vector = CUnicodeStringVector;
+  using Enumeration = CUnicodeStringVectorEnumeration;
+  using Map = CUnicodeStringMap;
+  using Str = CUnicodeString;
   using Text = std::u16string;
   static Z<unsigned short, Text> Arg(const Text& text) { return text; }
   static Text Read(const Str& s) {
