@@ -114,6 +114,15 @@ const char* NoPeerReason() {
 #endif
 }
 
+bool UnderWine() {
+#if defined(_WIN32)
+  HMODULE ntdll = GetModuleHandleA("ntdll.dll");
+  return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
+#else
+  return false;
+#endif
+}
+
 long ResidentBytes() {
 #if defined(_WIN32)
   PROCESS_MEMORY_COUNTERS counters;

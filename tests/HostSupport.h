@@ -53,6 +53,8 @@ unsigned long FileNotFoundCode();
 /// this host's output, or null when it can: a Windows test under Wine cannot
 /// start the machine's Linux programs.
 const char* NoPeerReason();
+/// Whether this Windows program runs under Wine rather than on Windows.
+bool UnderWine();
 
 /// The UTF-8 form of n UTF-16 units; an unpaired surrogate becomes sub.
 std::string ReferenceUtf8(const unsigned short* text, std::size_t n, char sub = '?');

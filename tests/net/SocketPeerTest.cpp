@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include "../HostSupport.h"
 #include "../TestSupport.h"
 #include "SocketTestSupport.h"
 
@@ -226,9 +227,21 @@ TEST(SocketPeerTest, PeerThatResets) {
   auto peer = Peer("reset-server");
   CSocket client("127.0.0.1", PortOf(peer));
   client.GetOutputStream()->Write('x');
-  vesk_test::ExpectSocketError(
-      [&] { client.GetInputStream()->Read(); },
-      "Failed to read the specified number of bytes from the socket input stream.", 10054);
+  const char* failure =
+      "Failed to read the specified number of bytes from the socket input stream.";
+  if (!vesk_test::UnderWine()) {
+    vesk_test::ExpectSocketError([&] { client.GetInputStream()->Read(); }, failure, 10054);
+  } else {
+    // Wine's server can take the reset's error for itself while a read
+    // waits, and recv then reads the end of the stream; the write below
+    // still meets the reset. Windows fails the read itself.
+    try {
+      EXPECT_EQ(client.GetInputStream()->Read(), CInputStream::EOS);
+    } catch (const CWinSocketException& e) {
+      EXPECT_STREQ(e.GetErrorDescription(), failure);
+      EXPECT_EQ(e.GetErrorCode(), 10054u);
+    }
+  }
   EXPECT_THROW(client.GetOutputStream()->Write("after", 5), CSocketException);
   EXPECT_EQ(peer.Wait(), 0);
 }
