@@ -97,6 +97,16 @@ void ExpectThrow(F op, const char* description, const char* source = nullptr) {
   }
 }
 
+/// ExpectThrow with the next allocation failing (every one from then on with
+/// everyAfter set); fault injection is off again when it returns.
+template <class E = base::CMemoryException, class F>
+void ExpectThrowIfAllocationFails(F op, const char* description = nullptr,
+                                  const char* source = nullptr, bool everyAfter = false) {
+  FaultGuard guard;
+  platform::FailAllocationAt(1, everyAfter);
+  ExpectThrow<E>(op, description, source);
+}
+
 // --- 16-bit text and string buffers (string and unicode string tests) -------
 
 /// 16-bit units as a standard string, for comparisons with readable output.

@@ -15,9 +15,9 @@
 #include "vesk/platform/Memory.h"
 
 using namespace vesk::base;
-using vesk::platform::FailAllocationAt;
 using vesk::platform::LiveAllocations;
 using vesk::testing::ExpectThrow;
+using vesk::testing::ExpectThrowIfAllocationFails;
 using vesk::testing::FreeForOthers;
 
 namespace {
@@ -123,9 +123,7 @@ TEST(ConditionTest, FailuresAreReportedAndUndone) {
 
   CLock plain;
   long live = LiveAllocations();
-  FailAllocationAt(1);
-  ExpectThrow<CMemoryException>([&] { CCondition failing(plain); }, nullptr, "vesk/base/Base");
-  FailAllocationAt(0);
+  ExpectThrowIfAllocationFails([&] { CCondition failing(plain); }, nullptr, "vesk/base/Base");
   EXPECT_EQ(LiveAllocations(), live);
 }
 

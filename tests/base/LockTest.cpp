@@ -16,9 +16,8 @@
 #include "vesk/platform/Memory.h"
 
 using namespace vesk::base;
-using vesk::platform::FailAllocationAt;
 using vesk::platform::LiveAllocations;
-using vesk::testing::ExpectThrow;
+using vesk::testing::ExpectThrowIfAllocationFails;
 using vesk::testing::FreeForOthers;
 
 namespace {
@@ -80,11 +79,8 @@ TYPED_TEST(OwnedLockTest, ExcludesOtherThreads) {
 
 TEST(LockTest, AllocationFailureInConstructorsLeaksNothing) {
   long live = LiveAllocations();
-  FailAllocationAt(1);
-  ExpectThrow<CMemoryException>([&] { CLock lock; }, nullptr, "vesk/base/Base");
-  FailAllocationAt(1);
-  EXPECT_THROW(CReentrantLock(), CMemoryException);
-  FailAllocationAt(0);
+  ExpectThrowIfAllocationFails([&] { CLock lock; }, nullptr, "vesk/base/Base");
+  ExpectThrowIfAllocationFails([] { CReentrantLock(); });
   EXPECT_EQ(LiveAllocations(), live);
 }
 
@@ -110,12 +106,9 @@ TEST(LazyLockTest, FirstUseMakesOneSection) {
 TEST(LazyLockTest, FailedCreationIsReportedAndLeavesTheLockUsable) {
   long live = LiveAllocations();
   CLazyLock lock;
-  FailAllocationAt(1);
-  ExpectThrow<CSynchronizationException>([&] { lock.Acquire(); }, "Failed to create lock.",
-                                         "vesk/base/LazyLock");
-  FailAllocationAt(1);
-  EXPECT_THROW(lock.TryAcquire(0), CSynchronizationException);
-  FailAllocationAt(0);
+  ExpectThrowIfAllocationFails<CSynchronizationException>(
+      [&] { lock.Acquire(); }, "Failed to create lock.", "vesk/base/LazyLock");
+  ExpectThrowIfAllocationFails<CSynchronizationException>([&] { lock.TryAcquire(0); });
   EXPECT_EQ(LiveAllocations(), live);
   // The creation lock was given back: another first use succeeds.
   EXPECT_TRUE(lock.TryAcquire(0));

@@ -11,6 +11,7 @@
 
 using namespace vesk::base;
 using vesk::testing::ExpectThrow;
+using vesk::testing::ExpectThrowIfAllocationFails;
 
 namespace {
 
@@ -130,8 +131,7 @@ TEST_F(RefTest, HoldsTypesOutsideTheObjectTreeAndSwallowsTheirDestructorsExcepti
 // null one is refused; VESK_NEW names the call site.
 TEST_F(RefTest, FailuresThrowAndLeaveNothing) {
   CCounted* object = new CCounted;
-  vesk::platform::FailAllocationAt(1);
-  ExpectThrow<CMemoryException>([&] { CRef<CCounted> a(object); }, nullptr, "vesk/base/Ref");
+  ExpectThrowIfAllocationFails([&] { CRef<CCounted> a(object); }, nullptr, "vesk/base/Ref");
   EXPECT_EQ(1, g_destroyed);
   ExpectThrow<CIllegalArgumentException>([&] { CRefCountedPtr record(nullptr, true, nullptr); },
                                          "Invalid pointer.", "vesk/base/RefCountedPtr");
@@ -143,6 +143,5 @@ TEST_F(RefTest, FailuresThrowAndLeaveNothing) {
     EXPECT_STREQ("tests/base/RefTest.cpp", e.GetSourceFile());
     EXPECT_EQ(static_cast<unsigned int>(__LINE__ - 4), e.GetSourceLine());
   }
-  vesk::platform::FailAllocationAt(1);
-  ExpectThrow<CMemoryException>([] { delete new CCounted; }, nullptr, "vesk/base/Base");
+  ExpectThrowIfAllocationFails([] { delete new CCounted; }, nullptr, "vesk/base/Base");
 }

@@ -18,9 +18,9 @@
 #include "vesk/platform/Memory.h"
 
 using namespace vesk::base;
-using vesk::platform::FailAllocationAt;
 using vesk::platform::LiveAllocations;
 using vesk::testing::ExpectThrow;
+using vesk::testing::ExpectThrowIfAllocationFails;
 
 namespace {
 
@@ -76,12 +76,9 @@ TEST(SemaphoreTest, ConstructorArguments) {
                                   "vesk/base/win/WinSemaphoreImpl");
   }
   EXPECT_THROW(CSemaphore(0xFFFFFFFFu, 0xFFFFFFFEu), CIllegalArgumentException);
-  FailAllocationAt(1);
-  ExpectThrow<CMemoryException>([] { CSemaphore semaphore(1u, 1u); }, nullptr, "vesk/base/Base");
+  ExpectThrowIfAllocationFails([] { CSemaphore semaphore(1u, 1u); }, nullptr, "vesk/base/Base");
   ScopedName name("alloc");
-  FailAllocationAt(1);
-  EXPECT_THROW(CSemaphore(name.c_str(), 1u), CMemoryException);
-  FailAllocationAt(0);
+  ExpectThrowIfAllocationFails([&] { CSemaphore(name.c_str(), 1u); });
   EXPECT_EQ(LiveAllocations(), live);
 
   CSemaphore full(3u, 3u);

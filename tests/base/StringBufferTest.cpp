@@ -5,15 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "TestSupport.h"
-#include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/base/StringBuffer.h"
 #include "vesk/platform/Memory.h"
 
 using namespace vesk::base;
 namespace platform = vesk::platform;
-using vesk::testing::ExpectThrow;
-using vesk::testing::FaultGuard;
+using vesk::testing::ExpectThrowIfAllocationFails;
 
 namespace {
 
@@ -102,19 +100,15 @@ TEST(StringBuffer, GetBufferTrimToSizeAndEmpty) {
 }
 
 TEST(StringBuffer, AllocationFailureThrowsAndKeepsTheText) {
-  FaultGuard guard;
   long live = platform::LiveAllocations();
   {
     CStringBuffer b(8);
     b += "kept";
-    platform::FailAllocationAt(1);
-    ExpectThrow<CMemoryException>([&] { b += "and a longer tail"; }, nullptr,
-                                  "vesk/base/StringBuffer");
+    ExpectThrowIfAllocationFails([&] { b += "and a longer tail"; }, nullptr,
+                                 "vesk/base/StringBuffer");
     EXPECT_STREQ("kept", b);
-    platform::FailAllocationAt(1);
-    EXPECT_THROW(CStringBuffer(100, 8), CMemoryException);
-    platform::FailAllocationAt(1);
-    EXPECT_THROW(b.TrimToSize(), CMemoryException);
+    ExpectThrowIfAllocationFails([] { CStringBuffer(100, 8); });
+    ExpectThrowIfAllocationFails([&] { b.TrimToSize(); });
     EXPECT_STREQ("kept", b);
   }
   EXPECT_EQ(live, platform::LiveAllocations());

@@ -11,6 +11,7 @@
 using namespace vesk::base;
 namespace platform = vesk::platform;
 using vesk::testing::ExpectThrow;
+using vesk::testing::ExpectThrowIfAllocationFails;
 using vesk::testing::FaultGuard;
 
 namespace {
@@ -75,9 +76,7 @@ TEST(StringH, HandleFailuresThrowAndLeakNothing) {
     EXPECT_EQ(live, platform::LiveAllocations());
   }
   CStringH h("short");
-  platform::FailAllocationAt(1);
-  EXPECT_THROW(h = std::string(100, 'x').c_str(), CMemoryException);
-  platform::FailAllocationAt(0);
+  ExpectThrowIfAllocationFails([&] { h = std::string(100, 'x').c_str(); });
   EXPECT_STREQ("short", h);
 }
 

@@ -206,10 +206,8 @@ TEST(ThreadTest, AllocationFailuresLeakNothing) {
   // kernel object alone, and its start allocates nothing.
   {
     CBodyThread thread([](CBodyThread&) {});
-    vesk::platform::FailAllocationAt(1);
-    EXPECT_THROW(thread.Start(), CMemoryException);
+    vesk::testing::ExpectThrowIfAllocationFails([&] { thread.Start(); });
     EXPECT_FALSE(thread.IsAlive());
-    vesk::platform::FailAllocationAt(0);
     thread.Start();
     thread.Join();
   }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "TestSupport.h"
-#include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/base/StringBuffer.h"
 #include "vesk/base/UnicodeString.h"
@@ -68,14 +67,9 @@ TEST(UnicodeStringBuffer, FailedGrowthThrowsAndKeepsTheText) {
   CUnicodeStringBuffer b;
   b = W(u"keep");
   long live = platform::LiveAllocations();
-  {
-    FaultGuard guard;
-    platform::FailAllocationAt(1);
-    ExpectThrow<CMemoryException>([&] { b += Units(500, 'x').c_str(); }, nullptr,
-                                  "vesk/base/UnicodeStringBuffer");
-    platform::FailAllocationAt(1);
-    EXPECT_THROW(CUnicodeStringBuffer(64, 8), CMemoryException);
-  }
+  ExpectThrowIfAllocationFails([&] { b += Units(500, 'x').c_str(); }, nullptr,
+                               "vesk/base/UnicodeStringBuffer");
+  ExpectThrowIfAllocationFails([] { CUnicodeStringBuffer(64, 8); });
   EXPECT_EQ(live, platform::LiveAllocations());
   EXPECT_EQ(Units(W(u"keep")), UnitsOf(b));
 }

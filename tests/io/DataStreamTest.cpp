@@ -209,9 +209,7 @@ TEST(DataInputStream, StringBufferAllocationFailure) {
   CTestInputStream source(Bytes({0, 0, 0, 3, 'a', 'b', 'c'}));
   CDataInputStream in(&source);
   long live = platform::LiveAllocations();
-  platform::FailAllocationAt(1, true);
-  EXPECT_THROW(in.ReadString(), CMemoryException);
-  platform::FailAllocationAt(0);
+  vesk::testing::ExpectThrowIfAllocationFails([&] { in.ReadString(); }, nullptr, nullptr, true);
   EXPECT_EQ(platform::LiveAllocations(), live);
 }
 

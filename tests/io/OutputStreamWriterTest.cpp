@@ -11,7 +11,6 @@
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/MemoryOutputStream.h"
 #include "vesk/io/OutputStreamWriter.h"
-#include "vesk/io/UnsupportedEncodingException.h"
 #include "vesk/platform/Memory.h"
 
 using namespace vesk::base;
@@ -137,12 +136,7 @@ TEST(OutputStreamWriterTest, ConstructionFailures) {
       {[&] { COutputStreamWriter w(&out, "", false); },
        [&] { COutputStreamWriter w(&out, nullptr, false); }},
       "Invalid encoding.");
-  try {
-    COutputStreamWriter w(&out, "utf-8", true);
-    ADD_FAILURE();
-  } catch (const CUnsupportedEncodingException& e) {
-    EXPECT_TRUE(e.GetEncoding() == "utf-8");
-  }
+  ExpectUnsupportedEncoding([&] { COutputStreamWriter w(&out, "utf-8", true); }, "utf-8");
   EXPECT_EQ(out.GetBufferSize(), 0u);  // no mark for an unknown encoding
 
   // The buffer is the last allocation of the constructor.
@@ -161,9 +155,8 @@ TEST(OutputStreamWriterTest, BufferThatCannotGrowReportsMemoryFull) {
   CTestOutputStream out;
   COutputStreamWriter writer(&out, "UTF-8", false);
   U16String big(3000, 0x20AC);  // 9000 bytes: needs the doubled buffer
-  vesk::platform::FailAllocationAt(1);
-  ExpectThrow<CIOException>([&] { writer.Write(big.data(), 3000u); }, "Memory full.");
-  vesk::platform::FailAllocationAt(0);
+  vesk::testing::ExpectThrowIfAllocationFails<CIOException>(
+      [&] { writer.Write(big.data(), 3000u); }, "Memory full.");
   // The old buffer is still there and the converter starts afresh.
   writer.Write(U16("ok").c_str());
   writer.Write(big.data(), 3000u);

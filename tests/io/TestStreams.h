@@ -15,16 +15,17 @@
 #include <gtest/gtest.h>
 
 #include "TestSupport.h"
+#include "vesk/base/String.h"
 #include "vesk/base/UnicodeString.h"
 #include "vesk/io/IOException.h"
+#include "vesk/io/IXMLPIToken.h"
+#include "vesk/io/IXMLStartElementToken.h"
 #include "vesk/io/InputStream.h"
 #include "vesk/io/MemoryOutputStream.h"
 #include "vesk/io/OutputStream.h"
 #include "vesk/io/Reader.h"
+#include "vesk/io/UnsupportedEncodingException.h"
 #include "vesk/io/Writer.h"
-#include "vesk/base/String.h"
-#include "vesk/io/IXMLPIToken.h"
-#include "vesk/io/IXMLStartElementToken.h"
 #include "vesk/io/XMLTextReader.h"
 
 namespace vesk_test {
@@ -155,6 +156,17 @@ void ExpectEachThrows(std::initializer_list<std::function<void()>> calls, const 
 template <class F>
 void ExpectError(F op, const char* description) {
   ExpectThrow<vesk::base::CException>(op, description);
+}
+
+/// Expects op to refuse encoding with the exception that names it.
+template <class F>
+void ExpectUnsupportedEncoding(F op, const char* encoding) {
+  try {
+    op();
+    ADD_FAILURE() << "no exception for encoding \"" << encoding << "\"";
+  } catch (const vesk::io::CUnsupportedEncodingException& e) {
+    EXPECT_STREQ(e.GetEncoding(), encoding);
+  }
 }
 
 /// Prints each value through out.Print, each followed by a '|', so that one

@@ -13,7 +13,6 @@
 #include "vesk/util/StringHashCode.h"
 #include "vesk/util/StringHashtable.h"
 
-using vesk::base::CMemoryException;
 using namespace vesk::util;
 
 namespace {
@@ -159,9 +158,8 @@ TEST(HashtableTest, FailedAllocationsLeaveTheTableIntact) {
 
   CHashtable<long, int> table(3, 1.0f);
   for (long k = 0; k < 3; ++k) table.Put(k, 1);
-  vesk::platform::FailAllocationAt(1);  // the rehash's bucket array
-  EXPECT_THROW(table.Put(10L, 1), CMemoryException);
-  vesk::platform::FailAllocationAt(0);
+  // The rehash's bucket array.
+  vesk::testing::ExpectThrowIfAllocationFails([&] { table.Put(10L, 1); });
   EXPECT_EQ(3u, table.GetBucketCount());
   EXPECT_EQ(3u, table.GetSize());
   EXPECT_FALSE(table.ContainsKey(10L));
@@ -216,9 +214,7 @@ TEST(StackQueueTest, FailedGrowthKeepsTheElements) {
   EXPECT_GT(failures, 3);
   queue.Enqueue(1);
   queue.Enqueue(2);
-  vesk::platform::FailAllocationAt(1);
-  EXPECT_THROW(queue.Enqueue(3), CMemoryException);
-  vesk::platform::FailAllocationAt(0);
+  vesk::testing::ExpectThrowIfAllocationFails([&] { queue.Enqueue(3); });
   EXPECT_EQ(2u, queue.GetSize());
   EXPECT_EQ(1, queue.Dequeue());
 }

@@ -190,9 +190,7 @@ TEST_F(ObjectVectorTest, EveryFailedAllocationIsCleanedUp) {
   full.AddElement(VESK_NEW CNumber(1));
   full.AddElement(VESK_NEW CNumber(2));
   CNumber* extra = VESK_NEW CNumber(3);
-  vesk::platform::FailAllocationAt(1);
-  EXPECT_THROW(full.AddElement(extra), CMemoryException);
-  vesk::platform::FailAllocationAt(0);
+  vesk::testing::ExpectThrowIfAllocationFails([&] { full.AddElement(extra); });
   EXPECT_EQ(2u, full.GetSize());
   EXPECT_EQ(2u, full.GetCapacity());
   full.AddElement(extra);
