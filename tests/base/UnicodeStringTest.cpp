@@ -379,10 +379,8 @@ TEST(UnicodeString, AllocationFailuresThrowAndLeakNothing) {
   op();  // warms the pools
   EXPECT_GE(FailEachAllocationInTurn(op), 8);
   // The exception names its source.
-  FaultGuard guard;
-  platform::FailAllocationAt(1, true);
-  ExpectThrow<CMemoryException>([&] { CUnicodeString s(longNarrow.c_str()); }, nullptr,
-                                "vesk/base/UnicodeString");
+  ExpectThrowIfAllocationFails([&] { CUnicodeString s(longNarrow.c_str()); }, nullptr,
+                               "vesk/base/UnicodeString", true);
 }
 
 }  // namespace
