@@ -9,7 +9,6 @@
 #include "TestSupport.h"
 #include "vesk/base/Condition.h"
 #include "vesk/base/Lock.h"
-#include "vesk/base/MemoryException.h"
 #include "vesk/base/Semaphore.h"
 #include "vesk/base/SynchronizationException.h"
 #include "vesk/platform/Memory.h"

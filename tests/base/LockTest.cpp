@@ -9,7 +9,6 @@
 #include "TestSupport.h"
 #include "vesk/base/LazyLock.h"
 #include "vesk/base/Lock.h"
-#include "vesk/base/MemoryException.h"
 #include "vesk/base/ReentrantLock.h"
 #include "vesk/base/SimpleLockManager.h"
 #include "vesk/base/SynchronizationException.h"

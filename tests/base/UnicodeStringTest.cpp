@@ -7,7 +7,6 @@
 
 #include "HostSupport.h"
 #include "TestSupport.h"
-#include "vesk/base/MemoryException.h"
 #include "vesk/base/String.h"
 #include "vesk/base/UnicodeString.h"
 #include "vesk/base/internal/StringPools.h"

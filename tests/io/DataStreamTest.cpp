@@ -7,7 +7,6 @@
 
 #include "TestStreams.h"
 #include "vesk/base/IllegalArgumentException.h"
-#include "vesk/base/MemoryException.h"
 #include "vesk/io/BufferedOutputStream.h"
 #include "vesk/io/DataInputStream.h"
 #include "vesk/io/DataOutputStream.h"
