@@ -10,9 +10,8 @@
 #include "vesk/platform/Memory.h"
 
 using vesk::base::CFixBlockAllocator;
-using vesk::base::CMemoryException;
 namespace platform = vesk::platform;
-using vesk::testing::ExpectThrow;
+using vesk::testing::ExpectThrowIfAllocationFails;
 using vesk::testing::FaultGuard;
 
 namespace {
@@ -101,9 +100,8 @@ TEST(FixBlockAllocator, PartialGrowthIsAbsorbedAndTotalFailureThrows) {
   EXPECT_EQ(1u, pool.GetUsedCount());
   EXPECT_EQ(1u, pool.GetFreeCount());
   pool.Allocate();  // from the reserve, no heap call
-  platform::FailAllocationAt(1, true);
-  ExpectThrow<CMemoryException>([&] { pool.Allocate(); }, nullptr, "vesk/base/FixBlockAllocator");
-  platform::FailAllocationAt(0);
+  ExpectThrowIfAllocationFails([&] { pool.Allocate(); }, nullptr, "vesk/base/FixBlockAllocator",
+                               true);
   EXPECT_EQ(2u, pool.GetUsedCount());
   EXPECT_EQ(0u, pool.GetFreeCount());
   pool.Destroy();

@@ -26,7 +26,6 @@
 #include "vesk/platform/LineEnd.h"
 #include "vesk/platform/Memory.h"
 
-using vesk::base::CMemoryException;
 using vesk::base::CRef;
 using namespace vesk::io;
 using vesk_test::Tally;
@@ -111,11 +110,8 @@ void ExpectCleanAllocationFailure(Base* (*make)(Tally*)) {
   Tally t;
   CRef<Base> handle(make(&t));
   long live = platform::LiveAllocations();
-  platform::FailAllocationAt(1);
-  EXPECT_THROW(D(handle, 8), CMemoryException);
-  platform::FailAllocationAt(1);
-  EXPECT_THROW(D(handle.Get(), 8), CMemoryException);
-  platform::FailAllocationAt(0);
+  vesk::testing::ExpectThrowIfAllocationFails([&] { D(handle, 8); });
+  vesk::testing::ExpectThrowIfAllocationFails([&] { D(handle.Get(), 8); });
   EXPECT_EQ(handle.GetRefCount(), 1u);
   EXPECT_EQ(platform::LiveAllocations(), live);
   EXPECT_EQ(t.destroyed, 0);

@@ -12,12 +12,12 @@
 #include "vesk/platform/Memory.h"
 
 using vesk::base::CIllegalArgumentException;
-using vesk::base::CMemoryException;
 using namespace vesk::io;
 namespace platform = vesk::platform;
 
 namespace {
 
+using vesk::testing::ExpectThrowIfAllocationFails;
 using vesk_test::ExpectError;
 
 TEST(InputContractTest, DefaultReadSignExtendsAndSkipReturnsWhatWasNotSkipped) {
@@ -166,19 +166,14 @@ TEST(MemoryOutputStreamTest, DetachResetAndClose) {
 
 TEST(MemoryOutputStreamTest, AllocationFailures) {
   long live = platform::LiveAllocations();
-  platform::FailAllocationAt(1);
-  EXPECT_THROW(CMemoryOutputStream(16, 16), CMemoryException);
-  platform::FailAllocationAt(1);
-  EXPECT_THROW(CMemoryOutputStream(), CMemoryException);
+  ExpectThrowIfAllocationFails([] { CMemoryOutputStream(16, 16); });
+  ExpectThrowIfAllocationFails([] { CMemoryOutputStream(); });
   EXPECT_EQ(platform::LiveAllocations(), live);
 
   CMemoryOutputStream out(4, 4);
   out.Write("abcd", 4);
-  platform::FailAllocationAt(1);
-  ExpectError([&] { out.Write('e'); }, "Memory full.");
-  platform::FailAllocationAt(1);
-  ExpectError([&] { out.Write("ef", 2); }, "Memory full.");
-  platform::FailAllocationAt(0);
+  ExpectThrowIfAllocationFails<CIOException>([&] { out.Write('e'); }, "Memory full.");
+  ExpectThrowIfAllocationFails<CIOException>([&] { out.Write("ef", 2); }, "Memory full.");
   // The old block and its bytes survive the failures.
   out.Write('e');
   EXPECT_EQ(vesk_test::Contents(out), "abcde");

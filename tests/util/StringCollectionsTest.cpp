@@ -27,6 +27,7 @@
 using namespace vesk::base;
 using namespace vesk::util;
 using vesk::testing::ExpectThrow;
+using vesk::testing::ExpectThrowIfAllocationFails;
 
 namespace {
 
@@ -378,9 +379,7 @@ TEST(StringVectorHTest, PacksStringsAndEmptiesOnFailedGrowth) {
   // The data buffer cannot grow past 256 bytes: the vector is emptied.
   std::string big(300, 'b');
   CString bigText(big.c_str());
-  vesk::platform::FailAllocationAt(1, true);
-  EXPECT_THROW(v.AddElement(bigText), CMemoryException);
-  vesk::platform::FailAllocationAt(0);
+  ExpectThrowIfAllocationFails([&] { v.AddElement(bigText); }, nullptr, nullptr, true);
   EXPECT_EQ(Shape(v), (std::vector<unsigned int>{0, 0, 256, 0}));
   v.AddElement(big.c_str());
   EXPECT_EQ(big, v.GetElementAt(0).operator const char*());
@@ -388,9 +387,7 @@ TEST(StringVectorHTest, PacksStringsAndEmptiesOnFailedGrowth) {
 
   // An index that cannot grow empties it too.
   CString x("x");
-  vesk::platform::FailAllocationAt(1, true);
-  EXPECT_THROW(copy.AddElement(x), CMemoryException);
-  vesk::platform::FailAllocationAt(0);
+  ExpectThrowIfAllocationFails([&] { copy.AddElement(x); }, nullptr, nullptr, true);
   EXPECT_EQ(Shape(copy), (std::vector<unsigned int>{0, 0, 0, 3}));
 
   // Compacting shrinks to the contents rounded up to the step, but keeps
