@@ -12,7 +12,7 @@ gcc_dir="$(dirname "$(x86_64-w64-mingw32-g++-posix -print-libgcc-file-name)")"
 path="Z:${gcc_dir};Z:/usr/x86_64-w64-mingw32/lib;Z:$(readlink -f "${deps}")/bin"
 export WINEPATH="${path}${WINEPATH:+;${WINEPATH}}"
 export WINEPREFIX="${WINEPREFIX:-${HOME}/.cache/vesk/wine}"
-export WINEDEBUG="${WINEDEBUG:--all}"
+export WINEDEBUG="${WINEDEBUG:--all,err+virtual}"
 # No Mono or Gecko installer prompts when the prefix is made.
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}"
 mkdir -p "$(dirname "${WINEPREFIX}")"
@@ -30,4 +30,20 @@ command -v wine64 >/dev/null && wine="$(command -v wine64)"
 if /usr/lib/wine/wineserver64 -p30 </dev/null >/dev/null 2>&1; then
   "${wine}" wineboot </dev/null >/dev/null 2>&1 || true
 fi
-exec "${wine}" "$@"
+# Debian's Wine has no preloader to reserve its fixed addresses, and now and
+# then a program's start finds the page of the shared user data taken
+# ("failed to map the shared user data") and ends with status 1 before any
+# of the program has run. Such a start is made again; Wine's errors of that
+# one channel (WINEDEBUG above) stay on to tell it apart from a failing test.
+errors="$(mktemp)"
+trap 'rm -f "${errors}"' EXIT
+for attempt in 1 2 3 4 5; do
+  status=0
+  "${wine}" "$@" 2>"${errors}" || status=$?
+  if [[ ${status} -eq 0 ]] || ! grep -q "failed to map the shared user data" "${errors}"; then
+    break
+  fi
+  echo "wine-run.sh: Wine could not map its shared user data (start ${attempt}); starting again" >&2
+done
+cat "${errors}" >&2
+exit "${status}"
