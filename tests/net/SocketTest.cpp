@@ -1,4 +1,5 @@
 // Addresses, sockets and their streams, both ends in this process.
+#include <atomic>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -189,22 +190,32 @@ TEST(SocketTest, TimeOutsKeepTheirArithmetic) {
 TEST(SocketTest, BlockingWaitsEndWhenTheyShould) {
   Pair pair, timed;
   timed.client.SetTimeout(20000);
+  // Each Close comes 50 ms after the main thread has gone to the call it
+  // wakes, however late a loaded machine lets that thread run.
+  std::atomic<int> entered{0};
+  auto after = [&](int call) {
+    while (entered < call) std::this_thread::yield();
+    std::this_thread::sleep_for(milliseconds(50));
+  };
   std::thread late([&] {
     std::this_thread::sleep_for(milliseconds(150));
     CSocket client(Loopback(), pair.server.GetLocalPort());
-    std::this_thread::sleep_for(milliseconds(50));
+    after(1);
     pair.server.Close();  // wakes the Accept below
-    std::this_thread::sleep_for(milliseconds(50));
+    after(2);
     pair.client.Close();  // wakes the read below
-    std::this_thread::sleep_for(milliseconds(50));
+    after(3);
     timed.client.Close();  // wakes the timed read, whose peer is still there
   });
   auto start = Clock::now();
   EXPECT_TRUE(pair.server.IsPending());  // no time-out: waits for the client
   EXPECT_GE(Clock::now() - start, milliseconds(140));
   pair.server.Accept();
+  entered = 1;
   EXPECT_THROW(pair.server.Accept(), CSocketException);
+  entered = 2;
   EXPECT_EQ(pair.client.GetInputStream()->Read(), CInputStream::EOS);
+  entered = 3;
   EXPECT_EQ(timed.client.GetInputStream()->Read(), CInputStream::EOS);
   late.join();
   ExpectSocketError([&] { pair.server.IsPending(); }, "Failed to determine if there are pending connection requests.",
