@@ -11,4 +11,16 @@
 #include "vesk/net/posix/SocketApi.h"
 #endif
 
+namespace vesk {
+namespace net {
+namespace internal {
+
+/// accept for AcceptSocket: the next connection, which child processes do
+/// not inherit; kNoSocket on failure.
+SocketHandle AcceptConnection(SocketHandle listener, sockaddr* peer, SocketLength* length);
+
+}  // namespace internal
+}  // namespace net
+}  // namespace vesk
+
 #endif

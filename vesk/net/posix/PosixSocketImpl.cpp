@@ -6,8 +6,8 @@
 #include <unistd.h>
 
 #include "vesk/net/TCPIPSocketImplFactory.h"
+#include "vesk/net/internal/SocketApi.h"
 #include "vesk/net/internal/SocketError.h"
-#include "vesk/net/posix/SocketApi.h"
 
 namespace vesk {
 namespace net {

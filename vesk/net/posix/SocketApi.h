@@ -20,10 +20,6 @@ typedef socklen_t SocketLength;
 /// The descriptor of a handle (-1 for kNoSocket).
 inline int Native(SocketHandle handle) { return static_cast<int>(handle); }
 
-/// accept for AcceptSocket: the next connection, which child processes do
-/// not inherit; kNoSocket on failure.
-SocketHandle AcceptConnection(SocketHandle listener, sockaddr* peer, SocketLength* length);
-
 }  // namespace internal
 }  // namespace net
 }  // namespace vesk

@@ -1,10 +1,10 @@
 #include "vesk/net/win/internal/WinSocketImpl.h"
 
-#include <winsock2.h>
 #include <windows.h>
+#include <winsock2.h>
 
 #include "vesk/net/TCPIPSocketImplFactory.h"
-#include "vesk/net/win/internal/SocketApi.h"
+#include "vesk/net/internal/SocketApi.h"
 
 namespace vesk {
 namespace net {

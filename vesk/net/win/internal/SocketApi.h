@@ -19,10 +19,6 @@ typedef int SocketLength;
 /// The SOCKET of a handle.
 inline SOCKET Native(SocketHandle handle) { return static_cast<SOCKET>(handle); }
 
-/// accept for AcceptSocket: the next connection, which child processes do
-/// not inherit; kNoSocket on failure.
-SocketHandle AcceptConnection(SocketHandle listener, sockaddr* peer, SocketLength* length);
-
 }  // namespace internal
 }  // namespace net
 }  // namespace vesk
